@@ -1,0 +1,10 @@
+# tv_add_layer(<target> <folder> [LINK <public targets>...])
+# One static library a layer, made of all sources of its folder. Includes start at src/.
+function(tv_add_layer target folder)
+    cmake_parse_arguments(LAYER "" "" "LINK;PRIVATE_LINK" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp" "${CMAKE_SOURCE_DIR}/src/${folder}/*.h")
+    add_library(${target} STATIC ${sources})
+    target_include_directories(${target} PUBLIC "${CMAKE_SOURCE_DIR}/src")
+    target_link_libraries(${target} PUBLIC ${LAYER_LINK} PRIVATE tv_strictness ${LAYER_PRIVATE_LINK})
+    target_compile_features(${target} PUBLIC cxx_std_20)
+endfunction()

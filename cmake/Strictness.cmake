@@ -1,0 +1,17 @@
+# Language level, warnings and sanitizers: written once, linked by every target of ours.
+add_library(tv_strictness INTERFACE)
+target_compile_features(tv_strictness INTERFACE cxx_std_20)
+target_compile_options(tv_strictness INTERFACE
+    -Wall -Wextra -Wpedantic -Werror
+    -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wold-style-cast -Wcast-align -Wnull-dereference -Wduplicated-cond -Wlogical-op -Wformat=2
+    -Wno-error=null-dereference)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+option(TV_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+if(TV_SANITIZE)
+    target_compile_options(tv_strictness INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+    target_link_options(tv_strictness INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// File operations of the core. Failures throw Error with the numbers of `errc` (53, 58, 61, 70, 75, 76) and a
+/// Portuguese description that names the file.
+namespace tv::files {
+
+/// The folder of the running executable.
+std::filesystem::path executableFolder();
+/// Text of a path part that uses "\" between folders, with this platform's separator.
+std::filesystem::path fromPortable(std::string_view path);
+/// Path as UTF-8 text.
+std::string toText(const std::filesystem::path& path);
+
+/// `folder`/`name`, or the one file of that folder whose name equals `name` without regard to case when the exact
+/// name is not there. `name` may hold folders ("\XSD\x.xsd"); each step is looked up so. A name that nothing
+/// answers to comes back as written.
+std::filesystem::path findNoCase(const std::filesystem::path& folder, std::string_view name);
+
+bool exists(const std::filesystem::path& path) noexcept;
+/// The whole file. Throws Error 53, 70 or 75; a folder counts as 70.
+std::string readAll(const std::filesystem::path& path);
+/// Replaces the file's content in place.
+void writeAll(const std::filesystem::path& path, std::string_view bytes);
+/// Appends, creating the file if it is not there.
+void append(const std::filesystem::path& path, std::string_view bytes);
+void remove(const std::filesystem::path& path);
+/// Moves a file; the target must not exist. Works across file systems.
+void move(const std::filesystem::path& from, const std::filesystem::path& to);
+/// Writes a temporary file beside `path`, flushes it to disk and moves it over `path` in one step.
+void replaceWhole(const std::filesystem::path& path, std::string_view bytes);
+/// A new empty file in `folder` with a name that starts with `prefix` (three letters count) and ends in ".TMP".
+std::filesystem::path createTemporary(const std::filesystem::path& folder, std::string_view prefix);
+
+/// What tells whether a file is still the one that was read: size and time of change.
+struct Stamp {
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type time;
+    bool operator==(const Stamp&) const = default;
+};
+/// Throws Error 53 when the file is not there.
+Stamp stamp(const std::filesystem::path& path);
+
+} // namespace tv::files

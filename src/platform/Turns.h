@@ -1,0 +1,15 @@
+#pragma once
+
+#include <functional>
+
+/// The hook through which a long run gives the user interface a turn.
+namespace tv::turns {
+
+/// Installs what a turn does (a window's event loop); an empty function means that turns do nothing.
+void setHandler(std::function<void()> handler);
+/// A turn is due. It is taken when at least 15 ms have passed since the last one, so that a call costs nothing.
+void due();
+/// Takes a turn now.
+void take();
+
+} // namespace tv::turns

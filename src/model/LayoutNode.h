@@ -23,8 +23,8 @@ public:
     virtual bool isKeyField() const = 0;
     /// False for the layout itself, which stands at the bottom of the walk and is never popped.
     virtual bool hasParent() const = 0;
-    /// The node that an element of that name stands for below this one. Throws Error 5 when the node knows none,
-    /// Error 438 on a field.
+    /// The node that an element of that name stands for below this one. Throws Error 5 when the node knows
+    /// none, Error 438 on a field.
     virtual const LayoutNode& GetChild(std::string_view name) const = 0;
     /// GetChild without the cost of an exception: null where GetChild throws.
     virtual const LayoutNode* findChild(std::string_view name) const noexcept = 0;

@@ -16,13 +16,16 @@ DateTime now();
 /// Puts another source in the place of the machine's clock; an empty function restores it. For tests.
 void setSource(std::function<DateTime()> source);
 
-/// For tests: time stands at one moment for the life of the object.
+/// For tests: time stands at one moment for the life of the object; the source before comes back behind it.
 class Frozen {
 public:
     explicit Frozen(DateTime moment);
     ~Frozen();
     Frozen(const Frozen&) = delete;
     Frozen& operator=(const Frozen&) = delete;
+
+private:
+    std::function<DateTime()> previous_;
 };
 
 /// A moment from its civil parts (year, month 1-12, day, hour, minute, second).

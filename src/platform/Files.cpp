@@ -1,0 +1,325 @@
+#include "platform/Files.h"
+
+#include "platform/Error.h"
+#include "platform/text.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace tv::files {
+namespace {
+
+constexpr const char* source = "files";
+
+struct Failure {
+    std::int32_t number;
+    const char* text;
+};
+
+/// The number and the Portuguese text of what the operating system reports.
+Failure describe(std::error_code reason) {
+    if (reason == std::errc::no_such_file_or_directory) {
+        return {errc::fileNotFound, "Arquivo não encontrado: "};
+    }
+    if (reason == std::errc::file_exists) {
+        return {errc::fileExists, "O arquivo já existe: "};
+    }
+    if (reason == std::errc::no_space_on_device || reason.value() == EDQUOT) {
+        return {errc::diskFull, "Disco cheio: "};
+    }
+    if (reason == std::errc::permission_denied || reason == std::errc::operation_not_permitted ||
+        reason == std::errc::read_only_file_system || reason == std::errc::is_a_directory) {
+        return {errc::permissionDenied, "Permissão negada: "};
+    }
+    if (reason == std::errc::not_a_directory) {
+        return {errc::pathNotFound, "Pasta não encontrada: "};
+    }
+    return {errc::pathError, "Erro de acesso ao arquivo: "};
+}
+
+[[noreturn]] void fail(std::error_code reason, const fs::path& path) {
+    const Failure failure = describe(reason);
+    throw Error(failure.number, source, failure.text + toText(path));
+}
+
+[[noreturn]] void fail(std::errc reason, const fs::path& path) {
+    fail(std::make_error_code(reason), path);
+}
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
+/// A file that is to be written needs its folder, so a folder that is not there has a number of its own.
+[[noreturn]] void failWriting(std::error_code reason, const fs::path& path) {
+    if (reason == std::errc::no_such_file_or_directory) {
+        throw Error(errc::pathNotFound, source, "Pasta não encontrada: " + toText(path.parent_path()));
+    }
+    fail(reason, path);
+}
+
+struct Close {
+    void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
+};
+using File = std::unique_ptr<std::FILE, Close>;
+
+File open(const fs::path& path, const char* mode) {
+    errno = 0;
+    return File(std::fopen(path.c_str(), mode));
+}
+
+/// Writes everything and closes the file, since a full disk may show only then.
+void finishWriting(File file, std::string_view bytes, const fs::path& path, bool toDisk) {
+    errno = 0;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+                         std::fflush(file.get()) == 0 && (!toDisk || ::fsync(::fileno(file.get())) == 0);
+    if (!written) {
+        failWriting(lastError(), path);
+    }
+    if (std::fclose(file.release()) != 0) {
+        failWriting(lastError(), path);
+    }
+}
+
+void writeWith(const char* mode, const fs::path& path, std::string_view bytes) {
+    File file = open(path, mode);
+    if (!file) {
+        failWriting(lastError(), path);
+    }
+    finishWriting(std::move(file), bytes, path, false);
+}
+
+/// Takes a file away on the way out unless it was kept.
+class Scratch {
+public:
+    explicit Scratch(fs::path path)
+        : path_(std::move(path)) {}
+    ~Scratch() {
+        std::error_code ignored;
+        if (!path_.empty()) {
+            fs::remove(path_, ignored);
+        }
+    }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+    const fs::path& path() const { return path_; }
+    void keep() { path_.clear(); }
+
+private:
+    fs::path path_;
+};
+
+/// Where a file's content really stands, so that replacing it leaves a link a link.
+fs::path behindLinks(const fs::path& path) {
+    std::error_code failed;
+    const fs::path target = fs::canonical(path, failed);
+    return failed ? path : target;
+}
+
+std::vector<std::string_view> steps(std::string_view name) {
+    std::vector<std::string_view> result;
+    while (!name.empty()) {
+        const std::size_t end = std::min(name.find_first_of("\\/"), name.size());
+        if (end > 0) {
+            result.push_back(name.substr(0, end));
+        }
+        name.remove_prefix(std::min(end + 1, name.size()));
+    }
+    return result;
+}
+
+/// `folder`/`name`, or the entry of that folder that differs in case only. Of several, the first by name.
+fs::path entryNoCase(const fs::path& folder, std::string_view name) {
+    const fs::path exact = folder / fromPortable(name);
+    if (files::exists(exact)) {
+        return exact;
+    }
+    fs::path found;
+    std::error_code failed;
+    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        const fs::path& candidate = entry->path();
+        if (text::equalsNoCase(toText(candidate.filename()), name) && (found.empty() || candidate < found)) {
+            found = candidate;
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+fs::path executableFolder() {
+    std::error_code failed;
+    const fs::path executable = fs::read_symlink("/proc/self/exe", failed);
+    if (failed) {
+        fail(failed, "/proc/self/exe");
+    }
+    return executable.parent_path();
+}
+
+fs::path fromPortable(std::string_view path) {
+    std::u8string portable(path.begin(), path.end());
+    for (char8_t& c : portable) {
+        c = c == u8'\\' ? u8'/' : c;
+    }
+    return fs::path(portable).make_preferred();
+}
+
+std::string toText(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+fs::path findNoCase(const fs::path& folder, std::string_view name) {
+    fs::path found = folder;
+    fs::path asWritten = folder;
+    for (const std::string_view step : steps(name)) {
+        asWritten /= fromPortable(step);
+        if (!found.empty()) {
+            found = entryNoCase(found, step);
+        }
+    }
+    return found.empty() ? asWritten : found;
+}
+
+bool exists(const fs::path& path) noexcept {
+    std::error_code failed;
+    return fs::exists(path, failed);
+}
+
+std::string readAll(const fs::path& path) {
+    std::error_code failed;
+    const fs::file_status status = fs::status(path, failed);
+    if (status.type() == fs::file_type::not_found || status.type() == fs::file_type::none) {
+        fail(failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory), path);
+    }
+    if (!fs::is_regular_file(status)) {
+        fail(fs::is_directory(status) ? std::errc::is_a_directory : std::errc::invalid_argument, path);
+    }
+    const File file = open(path, "rb");
+    if (!file) {
+        fail(lastError(), path);
+    }
+    std::string bytes;
+    const std::uintmax_t expected = fs::file_size(path, failed);
+    if (!failed) {
+        bytes.reserve(static_cast<std::size_t>(expected));
+    }
+    std::array<char, 1U << 16U> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by fread
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
+        bytes.append(block.data(), count);
+    }
+    if (std::ferror(file.get()) != 0) {
+        fail(std::errc::io_error, path);
+    }
+    return bytes;
+}
+
+void writeAll(const fs::path& path, std::string_view bytes) {
+    writeWith("wb", path, bytes);
+}
+
+void append(const fs::path& path, std::string_view bytes) {
+    writeWith("ab", path, bytes);
+}
+
+void remove(const fs::path& path) {
+    std::error_code failed;
+    if (fs::is_directory(fs::symlink_status(path, failed))) {
+        fail(std::errc::is_a_directory, path);
+    }
+    if (!fs::remove(path, failed)) {
+        fail(failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory), path);
+    }
+}
+
+void move(const fs::path& from, const fs::path& to) {
+    if (!files::exists(from)) {
+        fail(std::errc::no_such_file_or_directory, from);
+    }
+    if (files::exists(to)) {
+        fail(std::errc::file_exists, to);
+    }
+    std::error_code failed;
+    fs::rename(from, to, failed);
+    if (failed == std::errc::cross_device_link) {
+        // Between file systems: the target appears complete or not at all.
+        Scratch copy(createTemporary(to.parent_path(), "mov"));
+        failed.clear();
+        if (fs::copy_file(from, copy.path(), fs::copy_options::overwrite_existing, failed)) {
+            fs::rename(copy.path(), to, failed);
+        }
+        if (!failed) {
+            copy.keep();
+            files::remove(from);
+        }
+    }
+    if (failed) {
+        failWriting(failed, to);
+    }
+}
+
+void replaceWhole(const fs::path& path, std::string_view bytes) {
+    const fs::path target = behindLinks(path);
+    if (fs::is_directory(target)) {
+        fail(std::errc::is_a_directory, path);
+    }
+    Scratch fresh(createTemporary(target.parent_path(), "new"));
+    File file = open(fresh.path(), "wb");
+    if (!file) {
+        failWriting(lastError(), fresh.path());
+    }
+    finishWriting(std::move(file), bytes, path, true);
+    std::error_code failed;
+    if (const fs::file_status before = fs::status(target, failed); fs::exists(before)) {
+        fs::permissions(fresh.path(), before.permissions(), failed); // the new file serves the same people
+    }
+    fs::rename(fresh.path(), target, failed);
+    if (failed) {
+        failWriting(failed, path);
+    }
+    fresh.keep();
+}
+
+fs::path createTemporary(const fs::path& folder, std::string_view prefix) {
+    constexpr unsigned names = 0x10000;
+    static std::atomic<unsigned> next =
+        static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());
+    for (unsigned tries = 0; tries < names; ++tries) {
+        std::array<char, 5> number{};
+        static_cast<void>(std::snprintf(number.data(), number.size(), "%04X", next++ % names));
+        const fs::path path =
+            folder / fromPortable(std::string(text::left(prefix, 3)) + number.data() + ".TMP");
+        if (const File file = open(path, "wbx")) {
+            return path;
+        }
+        if (const std::error_code reason = lastError(); reason != std::errc::file_exists) {
+            failWriting(reason, path);
+        }
+    }
+    fail(std::errc::file_exists, folder);
+}
+
+Stamp stamp(const fs::path& path) {
+    std::error_code failed;
+    Stamp result;
+    result.size = fs::file_size(path, failed);
+    if (!failed) {
+        result.time = fs::last_write_time(path, failed);
+    }
+    if (failed) {
+        fail(failed, path);
+    }
+    return result;
+}
+
+} // namespace tv::files

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/validators/DTD/DocTypeHandler.hpp>
+
+#include <cstddef>
+
+namespace tv {
+
+/// Bounds what the entities of a document's own DOCTYPE can grow into: 1,000 references, and declared texts
+/// of 20,000 characters together.
+class EntityGuard : public xercesc::DocTypeHandler {
+public:
+    EntityGuard() { limits_.setEntityExpansionLimit(maxReferences); }
+
+    xercesc::SecurityManager& limits() noexcept { return limits_; }
+    void reset() noexcept { declared_ = 0; }
+    /// What a declaration throws that takes the entities beyond their bound.
+    struct TooLarge {};
+
+    void entityDecl(const xercesc::DTDEntityDecl& entity, bool isParameterEntity, bool isIgnored) override;
+
+    void attDef(const xercesc::DTDElementDecl& /*e*/, const xercesc::DTDAttDef& /*a*/,
+                bool /*ignoring*/) override {}
+    void doctypeComment(const XMLCh* /*comment*/) override {}
+    void doctypeDecl(const xercesc::DTDElementDecl& /*e*/, const XMLCh* /*publicId*/,
+                     const XMLCh* /*systemId*/, bool /*hasIntSubset*/, bool /*hasExtSubset*/) override {}
+    void doctypePI(const XMLCh* /*target*/, const XMLCh* /*data*/) override {}
+    void doctypeWhitespace(const XMLCh* /*chars*/, XMLSize_t /*length*/) override {}
+    void elementDecl(const xercesc::DTDElementDecl& /*e*/, bool /*isIgnored*/) override {}
+    void endAttList(const xercesc::DTDElementDecl& /*e*/) override {}
+    void endIntSubset() override {}
+    void endExtSubset() override {}
+    void notationDecl(const xercesc::XMLNotationDecl& /*n*/, bool /*isIgnored*/) override {}
+    void resetDocType() override {}
+    void startAttList(const xercesc::DTDElementDecl& /*e*/) override {}
+    void startIntSubset() override {}
+    void startExtSubset() override {}
+    void TextDecl(const XMLCh* /*version*/, const XMLCh* /*encoding*/) override {}
+
+private:
+    static constexpr XMLSize_t maxReferences = 1000;
+    static constexpr std::size_t maxDeclared = 20000;
+
+    xercesc::SecurityManager limits_;
+    std::size_t declared_ = 0;
+};
+
+} // namespace tv

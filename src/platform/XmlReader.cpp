@@ -1,0 +1,293 @@
+#include "platform/XmlReader.h"
+
+#include "platform/EntityGuard.h"
+#include "platform/SchemaChecker.h"
+#include "platform/SchemaImpl.h"
+#include "platform/XercesSupport.h"
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLDocumentHandler.hpp>
+#include <xercesc/framework/XMLEntityHandler.hpp>
+#include <xercesc/framework/XMLErrorReporter.hpp>
+#include <xercesc/framework/XMLValidityCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/internal/XMLScannerResolver.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/validators/common/GrammarResolver.hpp>
+
+#include <vector>
+
+namespace tv {
+
+using namespace xercesc; // NOLINT(google-build-using-namespace)
+
+// One parse: turns the scanner's events and errors into those of XmlHandler, with places as people count
+// them.
+//
+// The scanner tells where it stands only when an event is over. The place of the "<" of a tag is therefore
+// the place at which the event before it ended: between two events there is no text that made no event.
+struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler, SchemaFaults, XmlLocator {
+    explicit Impl(std::shared_ptr<const Schema> schemaToUse)
+        : schema(std::move(schemaToUse))
+        , resolver(schema->impl().pool.get())
+        , checker(std::make_unique<SchemaChecker>(schema->impl(), *this))
+        , scanner(XMLScannerResolver::getDefaultScanner(nullptr, &resolver)) {
+        scanner->setURIStringPool(resolver.getStringPool());
+        scanner->setDocHandler(this);
+        scanner->setErrorReporter(this);
+        scanner->setEntityHandler(this);
+        scanner->setDocTypeHandler(&guard);
+        scanner->setSecurityManager(&guard.limits());
+        scanner->setDoNamespaces(true);
+        scanner->setDoSchema(true);
+        scanner->setValidationScheme(XMLScanner::Val_Always);
+        scanner->setExitOnFirstFatal(true);
+        scanner->setLoadExternalDTD(true); // resolveEntity gives the empty text for it
+        scanner->setLoadSchema(false);
+        scanner->setSkipDTDValidation(true);
+        scanner->setDisableDefaultEntityResolution(true);
+        scanner->setNormalizeData(false);
+        scanner->setIdentityConstraintChecking(true);
+        scanner->cacheGrammarFromParse(false);
+        scanner->useCachedGrammarInParse(true);
+        scanner->setValidator(checker.get());
+    }
+
+    void parse(const std::filesystem::path& file, XmlHandler& to) {
+        handler = &to;
+        checker->setReading(false);
+        handler->documentLocator(*this);
+        xerces::FileSource source(file);
+        XmlFault fault;
+        if (!source.open(fault)) {
+            handler->fatalError(fault);
+            return;
+        }
+        try {
+            scanner->scanDocument(source);
+        } catch (const EntityGuard::TooLarge&) {
+            tellFatal("As entidades declaradas no arquivo são grandes demais.", eventEnd);
+        } catch (const XMLException& failure) {
+            tellFatal(xerces::toUtf8(failure.getMessage()), here());
+        }
+    }
+
+    // --- places
+    // -----------------------------------------------------------------------------------------------
+
+    XmlPosition here() const {
+        ReaderMgr::LastExtEntityInfo info;
+        scanner->getReaderMgr()->getLastExtEntityInfo(info);
+        return {static_cast<std::int32_t>(info.lineNumber), static_cast<std::int32_t>(info.colNumber)};
+    }
+    static bool same(const XmlPosition& a, const XmlPosition& b) {
+        return a.line == b.line && a.column == b.column;
+    }
+
+    /// While an element ends: right behind its value.
+    XmlPosition valueEnd() const {
+        if (hasText) {
+            return textEnd;
+        }
+        return inEmptyTag ? tagStart : eventEnd;
+    }
+
+    std::int32_t lineNumber() const override { return valueEnd().line; }
+    std::int32_t columnNumber() const override { return valueEnd().column; }
+
+    // --- content
+    // ----------------------------------------------------------------------------------------------
+
+    void flushText() {
+        if (!pending.empty()) {
+            // The two buffers take turns, so that the handler may raise faults while it reads its text.
+            told.swap(pending);
+            pending.clear();
+            handler->characters(told);
+        }
+    }
+
+    void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool /*cdata*/) override {
+        xerces::appendUtf8(pending, chars, length);
+        textEnd = eventEnd = here();
+        hasText = true;
+    }
+
+    void ignorableWhitespace(const XMLCh* const /*chars*/, const XMLSize_t /*length*/,
+                             const bool /*cdata*/) override {
+        eventEnd = here();
+    }
+
+    std::string_view nameOf(const XMLElementDecl& element) {
+        if (element.isDeclared()) {
+            return schema->impl().nameOf(element);
+        }
+        undeclaredName = xerces::toUtf8(element.getBaseName());
+        return undeclaredName;
+    }
+
+    void startElement(const XMLElementDecl& element, const unsigned int /*uri*/,
+                      const XMLCh* const /*prefix*/, const RefVectorOf<XMLAttr>& /*attributes*/,
+                      const XMLSize_t /*count*/, const bool /*isEmpty*/, const bool /*isRoot*/) override {
+        flushText();
+        checker->elementStarts(element, openElements++);
+        tagStart = eventEnd;
+        eventEnd = here();
+        hasText = false;
+        justOpened = true;
+        handler->startElement(nameOf(element));
+    }
+
+    void endElement(const XMLElementDecl& element, const unsigned int /*uri*/, const bool /*isRoot*/,
+                    const XMLCh* const /*prefix*/) override {
+        elementEnds();
+        handler->endElement(nameOf(element));
+        --openElements;
+        eventEnd = here();
+        hasText = false;
+        justOpened = false;
+        inEmptyTag = false;
+        ending = false;
+    }
+
+    // An empty element tag tells its start and its end at one place.
+    void elementEnds() override {
+        flushText();
+        inEmptyTag = justOpened && !hasText && same(eventEnd, here());
+        ending = true;
+    }
+    void elementEnded() override { ending = false; }
+
+    void docComment(const XMLCh* const /*comment*/) override { otherMarkup(); }
+    void docPI(const XMLCh* const /*target*/, const XMLCh* const /*data*/) override { otherMarkup(); }
+    void otherMarkup() {
+        flushText();
+        eventEnd = here();
+    }
+    void startEntityReference(const XMLEntityDecl& /*entity*/) override { eventEnd = here(); }
+    void endEntityReference(const XMLEntityDecl& /*entity*/) override { eventEnd = here(); }
+
+    void startDocument() override { handler->startDocument(); }
+    void endDocument() override {
+        if (!ended) {
+            ended = true;
+            handler->endDocument();
+        }
+    }
+    void XMLDecl(const XMLCh* const /*version*/, const XMLCh* const /*encoding*/,
+                 const XMLCh* const /*standalone*/, const XMLCh* const /*actual*/) override {
+        eventEnd = here();
+    }
+    void resetDocument() override {
+        pending.clear();
+        eventEnd = {1, 1};
+        ended = false;
+        openElements = 0;
+        guard.reset();
+        checker->setReading(true); // the library has made its choice of validator by now
+    }
+
+    // --- faults
+    // -----------------------------------------------------------------------------------------------
+
+    void tellFatal(std::string message, XmlPosition position) {
+        if (!ended) {
+            ended = true;
+            flushText();
+            handler->fatalError({xmlcode::notWellFormed, std::move(message), position});
+        }
+    }
+
+    void unexpectedElement(const XMLElementDecl& element) override {
+        flushText();
+        handler->error({xmlcode::elementNotAllowed,
+                        "O elemento '" + std::string(nameOf(element)) + "' não é permitido aqui.", eventEnd});
+    }
+
+    void missingChildren(const std::string& message) override {
+        handler->error(
+            {static_cast<std::int32_t>(0xC00CE000U | XMLValid::NotEnoughElemsForCM), message, valueEnd()});
+    }
+
+    // Where a fault of the schema's check stands: behind the value at an element's end, otherwise at the tag.
+    XmlPosition faultPosition(unsigned int number) {
+        if (number == XMLValid::NoCharDataInCM) {
+            eventEnd = here();
+            return eventEnd;
+        }
+        return ending ? valueEnd() : eventEnd;
+    }
+
+    void error(const unsigned int number, const XMLCh* const domain, const ErrTypes type,
+               const XMLCh* const text, const XMLCh* const /*systemId*/, const XMLCh* const /*publicId*/,
+               const XMLFileLoc line, const XMLFileLoc column) override {
+        if (ended) {
+            return;
+        }
+        flushText();
+        const XmlPosition scanned{static_cast<std::int32_t>(line), static_cast<std::int32_t>(column)};
+        if (type == ErrType_Fatal) {
+            tellFatal(xerces::toUtf8(text), scanned);
+            return;
+        }
+        const bool ofSchema = !XMLString::equals(domain, XMLUni::fgXMLErrDomain);
+        if (ofSchema && checker->isSilent(number)) {
+            return;
+        }
+        const XmlFault fault{xerces::faultCode(number, domain, type),
+                             xerces::faultMessage(number, domain, text),
+                             ofSchema ? faultPosition(number) : scanned};
+        if (type == ErrType_Warning) {
+            handler->ignorableWarning(fault);
+        } else {
+            handler->error(fault);
+        }
+    }
+    void resetErrors() override {}
+
+    // --- entities: nothing outside of the document is read
+    // -----------------------------------------------------
+
+    void endInputSource(const InputSource& /*source*/) override {}
+    bool expandSystemId(const XMLCh* const /*systemId*/, XMLBuffer& /*toFill*/) override { return false; }
+    void resetEntities() override {}
+    InputSource* resolveEntity(XMLResourceIdentifier* /*resource*/) override {
+        static const XMLByte nothing = 0;
+        return new MemBufInputSource(&nothing, 0, "");
+    }
+    void startInputSource(const InputSource& /*source*/) override {}
+
+    std::shared_ptr<const Schema> schema;
+    GrammarResolver resolver;
+    EntityGuard guard;
+    std::unique_ptr<SchemaChecker> checker;
+    std::unique_ptr<XMLScanner> scanner;
+    XmlHandler* handler = nullptr;
+
+    std::string pending; // text of the run that has not been told yet
+    std::string told;    // the run that is being told
+    std::string undeclaredName;
+    XmlPosition eventEnd{1, 1}; // where the last event ended
+    XmlPosition textEnd;        // where the element's last text ended
+    XmlPosition tagStart;       // "<" of the start tag told last
+    std::size_t openElements = 0;
+    bool hasText = false;    // text came since the last tag
+    bool justOpened = false; // the last tag was a start tag
+    bool inEmptyTag = false;
+    bool ending = false; // an element's content is being checked at its end
+    bool ended = false;
+};
+
+XmlReader::XmlReader(std::shared_ptr<const Schema> schema) {
+    xerces::start();
+    impl_ = std::make_unique<Impl>(std::move(schema));
+}
+
+XmlReader::~XmlReader() = default;
+
+void XmlReader::parse(const std::filesystem::path& file, XmlHandler& handler) {
+    impl_->parse(file, handler);
+}
+
+} // namespace tv

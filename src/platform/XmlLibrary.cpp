@@ -1,0 +1,196 @@
+#include "platform/XmlLibrary.h"
+
+#include "platform/text.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdarg>
+#include <cstddef>
+
+namespace tv::xml {
+namespace {
+
+/// Bytes that default values of attributes may add to a document.
+constexpr std::ptrdiff_t maxDefaults = 10'000'000;
+
+// The library's only way to hand over messages; a variadic function is what it asks for.
+void ignoreMessage(void* /*data*/, const char* /*format*/, ...) {} // NOLINT(cert-dcl50-cpp)
+
+/// What one parse is to keep an eye on.
+struct Watch {
+    bool hasEntities = false; ///< The internal subset declares entities.
+    bool stopAtEntities = true;
+    std::ptrdiff_t defaults = 0;
+    std::string reason; ///< Of the first fault.
+};
+
+struct FreeParser {
+    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+};
+using Parser = std::unique_ptr<xmlParserCtxt, FreeParser>;
+
+xmlParserCtxt* parserOf(void* data) {
+    return static_cast<xmlParserCtxt*>(data);
+}
+Watch& watchOf(void* data) {
+    return *static_cast<Watch*>(parserOf(data)->_private);
+}
+
+void refuse(void* data, const char* why) {
+    Watch& watch = watchOf(data);
+    if (watch.reason.empty()) {
+        watch.reason = why;
+    }
+    xmlStopParser(parserOf(data));
+}
+
+void onFault(void* data, const xmlError* fault) {
+    Watch& watch = watchOf(data);
+    if (watch.reason.empty() && fault->level >= XML_ERR_ERROR) {
+        watch.reason = faultText(*fault);
+    }
+}
+
+/// General entities that hold text alone are taken; those that lie elsewhere, and parameter entities, stay
+/// unknown.
+void onEntity(void* data, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId,
+              xmlChar* content) {
+    Watch& watch = watchOf(data);
+    watch.hasEntities = true;
+    if (watch.stopAtEntities) {
+        xmlStopParser(parserOf(data));
+    } else if (type == XML_INTERNAL_GENERAL_ENTITY) {
+        if (text::contains(view(content), "<")) {
+            refuse(data, "Uma entidade do documento contém marcação.");
+        } else {
+            xmlSAX2EntityDecl(data, name, type, publicId, systemId, content);
+        }
+    }
+}
+
+void onStartElement(void* data, const xmlChar* localName, const xmlChar* prefix, const xmlChar* uri,
+                    int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaultedCount,
+                    const xmlChar** attributes) {
+    constexpr int fieldsOfAttribute = 5; // name, prefix, URI, start and end of the value
+    if (parserOf(data)->nameNr > maxDepth) {
+        refuse(data, "Os elementos do documento têm níveis demais.");
+        return;
+    }
+    for (int i = attributeCount - defaultedCount; i < attributeCount; ++i) {
+        const xmlChar** attribute = attributes + static_cast<std::ptrdiff_t>(i) * fieldsOfAttribute;
+        watchOf(data).defaults += attribute[4] - attribute[3];
+    }
+    if (watchOf(data).defaults > maxDefaults) {
+        refuse(data, "Os valores padrão dos atributos são grandes demais.");
+        return;
+    }
+    xmlSAX2StartElementNs(data, localName, prefix, uri, namespaceCount, namespaces, attributeCount,
+                          defaultedCount, attributes);
+}
+
+Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, CData cdata, bool huge,
+              Watch& watch) {
+    const Parser parser(xmlNewParserCtxt());
+    if (!parser) {
+        return nullptr;
+    }
+    parser->_private = &watch;
+    parser->sax->serror = [](void* data, xmlErrorPtr fault) { onFault(data, fault); };
+    parser->sax->entityDecl = onEntity;
+    parser->sax->startElementNs = onStartElement;
+    const int options = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_COMPACT | XML_PARSE_NOWARNING |
+                        (huge ? XML_PARSE_HUGE : 0) | (encoding != nullptr ? XML_PARSE_IGNORE_ENC : 0) |
+                        (cdata == CData::ToText ? XML_PARSE_NOCDATA : 0);
+    Doc doc(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), url, encoding,
+                              options));
+    const bool complete = parser->wellFormed == 1 && parser->nsWellFormed == 1 && parser->disableSAX == 0;
+    return complete ? std::move(doc) : nullptr;
+}
+
+} // namespace
+
+void start() {
+    thread_local const bool started = [] {
+        xmlInitParser();
+        xmlSetGenericErrorFunc(nullptr, ignoreMessage);
+        return true;
+    }();
+    static_cast<void>(started);
+}
+
+void FreeDoc::operator()(xmlDoc* doc) const noexcept {
+    const std::unique_ptr<DocumentData> data(static_cast<DocumentData*>(doc->_private));
+    if (data) {
+        data->expressions.clear();
+        data->context.reset();
+        // A detached node may have come to hang below another one.
+        std::erase_if(data->detached, [](const xmlNode* node) { return node->parent != nullptr; });
+        for (xmlNode* node : data->detached) {
+            xmlFreeNode(node);
+        }
+    }
+    xmlFreeDoc(doc);
+}
+
+Doc parse(std::string_view bytes, const char* encoding, const char* url, CData cdata, std::string& reason) {
+    start();
+    reason.clear();
+    if (bytes.size() > INT_MAX) {
+        reason = "O documento é grande demais.";
+        return nullptr;
+    }
+    // Texts of any size are welcome, but then the library watches over no entities; so a document that
+    // declares some is read once more with all of the library's limits in force.
+    Watch watch;
+    Doc doc = parseOnce(bytes, encoding, url, cdata, true, watch);
+    if (watch.hasEntities) {
+        watch = Watch{};
+        watch.stopAtEntities = false;
+        doc = parseOnce(bytes, encoding, url, cdata, false, watch);
+    }
+    if (!doc) {
+        reason = watch.reason.empty() ? "O documento está vazio ou incompleto." : watch.reason;
+    }
+    return doc;
+}
+
+void dropBlankText(xmlDoc* doc) {
+    const auto isBlank = [](const xmlNode* node) {
+        return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1;
+    };
+    xmlNode* node = doc->children;
+    while (node != nullptr) {
+        xmlNode* const current = node;
+        if (current->type == XML_ELEMENT_NODE && current->children != nullptr) {
+            node = current->children;
+        } else {
+            xmlNode* up = current;
+            while (up != nullptr && up->next == nullptr) {
+                up = up->parent;
+            }
+            node = up == nullptr ? nullptr : up->next;
+        }
+        if (isBlank(current)) {
+            xmlUnlinkNode(current);
+            xmlFreeNode(current);
+        }
+    }
+}
+
+std::string faultText(const xmlError& fault) {
+    std::string message(view(bytes(fault.message)));
+    message.erase(message.find_last_not_of("\r\n ") + 1);
+    return fault.line > 0 ? "Linha " + std::to_string(fault.line) + ": " + message : message;
+}
+
+DocumentData& dataOf(xmlDoc* doc) {
+    if (doc->_private == nullptr) {
+        doc->_private = std::make_unique<DocumentData>().release();
+    }
+    return *static_cast<DocumentData*>(doc->_private);
+}
+
+} // namespace tv::xml

@@ -43,7 +43,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         scanner->setDoSchema(true);
         scanner->setValidationScheme(XMLScanner::Val_Always);
         scanner->setExitOnFirstFatal(true);
-        scanner->setLoadExternalDTD(true); // resolveEntity gives the empty text for it
+        scanner->setLoadExternalDTD(false);
         scanner->setLoadSchema(false);
         scanner->setSkipDTDValidation(true);
         scanner->setDisableDefaultEntityResolution(true);

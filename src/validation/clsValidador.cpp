@@ -1,0 +1,203 @@
+#include "validation/clsValidador.h"
+
+#include "logging/Routine.h"
+#include "platform/Files.h"
+#include "platform/SchemaCache.h"
+#include "platform/Turns.h"
+#include "platform/XmlDocument.h"
+#include "platform/text.h"
+#include "validation/RegrasEntreCampos.h"
+#include "validation/biblioteca.h"
+
+#include <utility>
+
+namespace tv {
+
+namespace {
+
+constexpr std::string_view fimDaRaiz = "</TORVA>";
+
+// Text of an attribute or child element of a formula item; nothing there gives the empty text.
+std::string getTextoNo(const XmlNode& item, std::string_view atributo) {
+    return item.attribute(atributo).value_or("");
+}
+
+} // namespace
+
+bool clsValidador::isValido(const std::filesystem::path& arquivo,
+                            const std::shared_ptr<const clsBoleto>& boleto) {
+    const Routine routine([&] {
+        return "clsValidador.isValido(" + files::toText(arquivo) + "," +
+               (boleto ? boleto->getNome() : std::string()) + ")";
+    });
+    avisos_.clear();
+    ilegivel_ = false;
+    malFormado_ = false;
+    if (text::trim(files::toText(arquivo)).empty() || !boleto) {
+        return false;
+    }
+    try {
+        pilha_.destroy();
+        boleto_ = boleto;
+        std::shared_ptr<const Schema> schema = SchemaCache::get(files::fromPortable(boleto->getValidador()));
+        resultados_ = std::make_shared<Resultados>();
+        XmlReader leitor(std::move(schema));
+        fimDocumento_ = false;
+        proceed([&] { leitor.parse(arquivo, *this); });
+        if (boleto->hasFormula()) {
+            proceed([&] { segundoEstagio(arquivo); });
+        }
+    } catch (const std::exception& falha) {
+        // The findings of the run before decide then: a caller that must know asks getAvisos.
+        logFailure(falha);
+        avisos_.emplace_back(falha.what());
+    }
+    locator_ = nullptr;
+    pilha_.destroy();
+    return resultados_->empty();
+}
+
+// --- first stage: the events of the parse
+// ----------------------------------------------------------------------
+
+void clsValidador::startDocument() {
+    pilha_.destroy();
+    fimDocumento_ = false;
+}
+
+void clsValidador::startElement(std::string_view localName) {
+    const LayoutNode* filho = pilha_.isEmpty() ? boleto_.get() : pilha_.top()->findChild(localName);
+    if (filho != nullptr) {
+        pilha_.push(filho);
+        valorAcumulado_.clear();
+    }
+}
+
+void clsValidador::characters(std::string_view texto) {
+    const std::string_view semBrancos = text::trim(texto);
+    if (semBrancos == "\n") {
+        return;
+    }
+    ultimoValor_ = texto;
+    const LayoutNode* no = pilha_.top();
+    if (no == nullptr) {
+        return;
+    }
+    if (no->isKeyField()) {
+        valorChave_.acrescenta(texto);
+    }
+    valorAcumulado_ += texto;
+    turns::due();
+}
+
+void clsValidador::endElement(std::string_view localName) {
+    if (const LayoutNode* no = pilha_.top()) {
+        // The name is compared so that an element that the layout does not know is not judged by its parent's
+        // rules.
+        if (!no->isValido(text::trim(valorAcumulado_)) && localName == no->getTag()) {
+            registraResultado({}, {}, clsResultado::codigoRegraCampo, locator_->lineNumber(),
+                              locator_->columnNumber());
+        }
+        // `compromisso` wraps fields of the section around it and has no node of its own. Every other unknown
+        // element pops as well: the XSD has reported it, and the rest of its section is walked one level
+        // short.
+        if (localName != "compromisso" && no->hasParent()) {
+            pilha_.pop();
+        }
+    }
+    valorAcumulado_.clear();
+}
+
+void clsValidador::error(const XmlFault& fault) {
+    registraResultado("Erro", fault.message, fault.code, fault.position.line, fault.position.column);
+}
+
+void clsValidador::fatalError(const XmlFault& fault) {
+    fimDocumento_ = true;
+    malFormado_ = true;
+    ilegivel_ = fault.code == xmlcode::fileNotFound || fault.code == xmlcode::fileNotReadable;
+    registraResultado("Erro Fatal", fault.message, fault.code, fault.position.line, fault.position.column);
+}
+
+void clsValidador::ignorableWarning(const XmlFault& fault) {
+    registraResultado("Alerta", fault.message, fault.code, fault.position.line, fault.position.column);
+}
+
+void clsValidador::registraResultado(std::string_view titulo, std::string_view mensagem, std::int32_t codigo,
+                                     std::int32_t linha, std::int32_t coluna) {
+    clsResultado resultado;
+    // With no node to stand on (a fault before the first element) the finding has neither name nor path.
+    if (const LayoutNode* no = pilha_.top()) {
+        resultado.setTag(no->getNome(), ultimoValor_, pilha_.getPath(), valorChave_.agora());
+    }
+    resultado.setError(codigo, titulo, mensagem);
+    resultado.setLocation(linha, coluna);
+    resultado.SetBoleto(boleto_);
+    resultados_->push_back(std::move(resultado));
+}
+
+// --- second stage: formula stylesheet and rules across fields
+// ---------------------------------------------------
+
+void clsValidador::segundoEstagio(const std::filesystem::path& arquivo) {
+    // Stylesheet and sums read one loaded document.
+    XmlDocument documento;
+    if (!documento.load(arquivo) && !malFormado_) {
+        avisos_.push_back("A segunda etapa não pôde ler o arquivo: " + documento.parseError());
+    }
+    std::string motivo;
+    std::string xml =
+        biblioteca::transformStream(documento, files::fromPortable(boleto_->getFormula()), motivo);
+    if (!motivo.empty()) {
+        avisos_.push_back("A folha de fórmulas não pôde ser aplicada: " + motivo);
+    }
+    leResultadoFormula(std::move(xml), documento);
+}
+
+void clsValidador::leResultadoFormula(std::string xml, const XmlDocument& documento) {
+    fragmentos_.clear();
+    RegrasEntreCampos regras(fragmentos_);
+    regras.verificaArquivo(documento, boleto_->getTag());
+
+    // The fragments end in the closing tag themselves, so all of them go and one comes back.
+    xml = text::replaceAll(xml, fimDaRaiz, "");
+    xml += text::replaceAll(fragmentos_, fimDaRaiz, "");
+    xml += fimDaRaiz;
+
+    XmlDocument saida;
+    if (!saida.loadXML(xml)) {
+        // Findings of the rules across fields are lost with it. A stylesheet whose output alone cannot be
+        // read is a check that did not run.
+        if (fragmentos_.empty() && avisos_.empty() && !documento.empty()) {
+            avisos_.push_back("A saída da folha de fórmulas não pôde ser lida: " + saida.parseError());
+        }
+        return;
+    }
+    for (const XmlNode& item : saida.selectNodes("/TORVA/RESULTADO")) {
+        proceed([&] { registraItem(item); });
+    }
+}
+
+void clsValidador::registraItem(const XmlNode& item) {
+    const auto numero = [&item](std::string_view atributo) {
+        return text::lenientNumber(getTextoNo(item, atributo));
+    };
+    std::int32_t codigo = 0;
+    std::int32_t linha = 0;
+    std::int32_t coluna = 0;
+    // A number beyond its type's range stays 0.
+    proceed([&] { codigo = text::toInt32(numero("errCode")); });
+    proceed([&] { linha = text::toInt16(numero("linha")); });
+    proceed([&] { coluna = text::toInt16(numero("coluna")); });
+    const XmlNode descricao = item.child("strDescription");
+
+    clsResultado resultado;
+    resultado.setTag(getTextoNo(item, "lastElement"), getTextoNo(item, "TAGvalor"), getTextoNo(item, "path"),
+                     getTextoNo(item, "keyValor"));
+    resultado.setError(codigo, getTextoNo(item, "strLabel"), descricao ? descricao.text() : std::string());
+    resultado.setLocation(linha, coluna);
+    resultado.SetBoleto(boleto_);
+    resultados_->push_back(std::move(resultado));
+}
+
+} // namespace tv

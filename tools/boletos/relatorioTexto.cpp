@@ -1,0 +1,100 @@
+#include "Relatorio.h"
+#include "Saida.h"
+
+#include "platform/Files.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace boletos {
+
+namespace {
+
+// A text for one line of a terminal: no line ends and no control characters.
+std::string emUmaLinha(std::string_view texto) {
+    std::string linha = tv::text::sanitizeUtf8(texto);
+    std::replace_if(
+        linha.begin(), linha.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+        ' ');
+    return linha;
+}
+
+// A long value tells no more than its beginning.
+std::string abreviado(std::string_view texto) {
+    constexpr std::size_t maximo = 80;
+    const std::string_view inicio = tv::text::left(texto, maximo);
+    return emUmaLinha(inicio) + (inicio.size() < texto.size() ? "..." : "");
+}
+
+std::string linhaDoResultado(const tv::clsResultado& resultado) {
+    std::string linha =
+        "  " + std::to_string(resultado.linha()) + ":" + std::to_string(resultado.coluna()) + "  ";
+    linha.append(resultado.nomeTipo()).append(" ").append(resultado.ErrorCode()).append("  ");
+    linha += emUmaLinha(tv::text::trim(resultado.Titulo()));
+    if (resultado.Descricao() != resultado.Titulo()) {
+        linha += ": " + emUmaLinha(resultado.Descricao());
+    }
+    const std::string secao = resultado.getSecao();
+    const std::string campo = campoDe(resultado);
+    if (!secao.empty() || !campo.empty()) {
+        linha += "  [" + emUmaLinha(secao) + (secao.empty() || campo.empty() ? "" : " / ") +
+                 emUmaLinha(campo) + "]";
+    } else if (!resultado.TAGpath().empty()) {
+        linha += "  [" + emUmaLinha(resultado.TAGpath()) + "]";
+    }
+    if (!resultado.getValor().empty()) {
+        linha += "  valor '" + abreviado(resultado.getValor()) + "'";
+    }
+    return linha + "\n";
+}
+
+std::string contagem(std::size_t n, std::string_view um, std::string_view varios) {
+    return std::to_string(n) + " " + std::string(n == 1 ? um : varios);
+}
+
+class Texto final : public Relatorio {
+public:
+    explicit Texto(const Contexto& contexto)
+        : saida_(contexto.saida) {}
+
+    void arquivo(const ArquivoValidado& validado) override {
+        const std::size_t total = validado.resultados->size();
+        std::string texto = validado.valido ? "VÁLIDO    " : "INVÁLIDO  ";
+        texto += emUmaLinha(tv::files::toText(validado.arquivo));
+        texto += total == 0 ? "\n" : "  (" + contagem(total, "resultado", "resultados") + ")\n";
+        for (const std::string& aviso : validado.avisos) {
+            texto += "  aviso: " + emUmaLinha(aviso) + "\n";
+        }
+        for (const tv::clsResultado& resultado : *validado.resultados) {
+            texto += linhaDoResultado(resultado);
+        }
+        saida_.escreve(texto);
+        saida_.descarrega();
+        ++arquivos_;
+        validos_ += validado.valido ? 1U : 0U;
+    }
+
+    void termina() override {
+        saida_.escreve(contagem(arquivos_, "arquivo", "arquivos") + ": " +
+                       contagem(validos_, "válido", "válidos") + ", " +
+                       contagem(arquivos_ - validos_, "inválido", "inválidos") + "\n");
+        saida_.termina();
+    }
+
+private:
+    Saida saida_;
+    std::size_t arquivos_ = 0;
+    std::size_t validos_ = 0;
+};
+
+} // namespace
+
+std::string campoDe(const tv::clsResultado& resultado) {
+    return resultado.TAGpath().empty() ? std::string() : resultado.getCampo();
+}
+
+std::unique_ptr<Relatorio> relatorioTexto(const Contexto& contexto) {
+    return std::make_unique<Texto>(contexto);
+}
+
+} // namespace boletos

@@ -9,8 +9,6 @@
 #include "platform/format.h"
 #include "platform/text.h"
 
-#include <algorithm>
-
 namespace tv {
 namespace {
 
@@ -18,7 +16,8 @@ std::string timeNow() {
     return format::format(clock::now(), "HH:MM:SS");
 }
 
-/// The element name that stands for a name of the call stack.
+/// The element name that stands for a name of the call stack. What is no legal element name is found out
+/// later, by the path or by the element.
 std::string mapearTag(std::string_view name) {
     std::string tag;
     for (const char c : name) {
@@ -29,6 +28,13 @@ std::string mapearTag(std::string_view name) {
         }
     }
     return tag;
+}
+
+/// Throws Error 5 for a name with a prefix: the file declares none, and with one it would not load again.
+void requireNoPrefix(const std::string& tag) {
+    if (text::contains(tag, ":")) {
+        throw Error(errc::invalidCall, "streamXML", "O nome tem um prefixo: " + tag);
+    }
 }
 
 /// The last of the nodes under `path`. Throws Error 91 when there is none.
@@ -55,7 +61,7 @@ void streamXML::change(Change&& apply) const {
     XmlDocument document;
     if (document.load(filename)) {
         apply(document);
-        document.save(filename);
+        files::writeAll(filename, document.toLatin1());
     }
 }
 
@@ -112,6 +118,7 @@ void streamXML::log(std::string_view level, std::string_view description) {
         change([&](XmlDocument& document) {
             const clsStack& stack = oLogger_->callStack;
             const std::string tag = mapearTag(stack.getLastElement());
+            requireNoPrefix(tag);
             XmlNode parent = lastNode(document, pathOfStack(stack.lenght() - 1));
             XmlNode entry = document.createElement(tag);
             stamp(entry, timeNow());

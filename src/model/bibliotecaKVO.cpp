@@ -6,15 +6,29 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <numeric>
 
 namespace tv::bibliotecaKVO {
 namespace {
 
 constexpr std::size_t cnpjLength = 14;
-using Digits = std::array<std::int16_t, cnpjLength>;
+using Digits = std::array<int, cnpjLength>;
 
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// The lenient number of a part, rounded. Throws Error 6 when it is too big. Plain digits, which most parts
+/// are, take the short way.
 std::int16_t lenientInt16(std::string_view part) {
-    return text::toInt16(text::lenientNumber(part));
+    if (part.size() > 4 || !std::all_of(part.begin(), part.end(), isDigit)) {
+        return text::toInt16(text::lenientNumber(part));
+    }
+    std::int16_t number = 0;
+    for (const char digit : part) {
+        number = static_cast<std::int16_t>(number * 10 + (digit - '0'));
+    }
+    return number;
 }
 
 /// Days of a month from 1 to 12.
@@ -44,19 +58,16 @@ bool isCalendarDate(std::string_view valor) {
 Digits digitsOf(std::string_view valor) {
     Digits digits{};
     for (std::size_t i = 0; i < cnpjLength; ++i) {
-        digits.at(i) = lenientInt16(text::mid(valor, i + 1, 1));
+        const std::string_view character = text::mid(valor, i + 1, 1);
+        digits.at(i) = isDigit(character.front()) ? character.front() - '0' : 0;
     }
     return digits;
 }
 
-/// Check digit of a CNPJ from the weighted sum of all its positions.
-std::int16_t checkDigit(const Digits& digits, const Digits& weights) {
-    std::int16_t sum = 0;
-    for (std::size_t i = 0; i < cnpjLength; ++i) {
-        sum = text::toInt16(sum + digits.at(i) * weights.at(i));
-    }
-    const int remainder = sum % 11;
-    return static_cast<std::int16_t>(remainder < 2 ? 0 : 11 - remainder);
+/// Check digit of a CNPJ from the weighted sum of all its positions, which 16 bits always hold.
+int checkDigit(const Digits& digits, const Digits& weights) {
+    const int remainder = std::inner_product(digits.begin(), digits.end(), weights.begin(), 0) % 11;
+    return remainder < 2 ? 0 : 11 - remainder;
 }
 
 bool hasCheckDigits(std::string_view valor) {

@@ -16,16 +16,16 @@ enum class ColumnType : int { Integer = 3, Double = 5, Boolean = 11, FixedChar =
 
 /// A column of a record set. All columns may be null.
 struct Column {
-    std::string name;   ///< Compared without regard to case.
-    ColumnType type;    ///< Kind of its values.
-    int size = 0;       ///< Characters of a text column, 8 for a double, otherwise 0.
+    std::string name; ///< Compared without regard to case.
+    ColumnType type;  ///< Kind of its values.
+    int size = 0;     ///< Characters of a text column, 8 for a double, otherwise 0.
 };
 
 /// Rows with typed, nullable columns in memory, with a cursor and a filter of the form "column = value".
 ///
-/// Columns are appended first, then `Open` is called, then rows come in. Clones share rows, but have a cursor and a
-/// filter of their own. A filter is an index lookup, not a scan. The cursor stands on a row, before the first (BOF)
-/// or behind the last (EOF); on an empty view it is both.
+/// Columns are appended first, then `Open` is called, then rows come in. Clones share rows, but have a cursor
+/// and a filter of their own. A filter is an index lookup, not a scan. The cursor stands on a row, before the
+/// first (BOF) or behind the last (EOF); on an empty view it is both.
 class RecordSet {
 public:
     /// What happened to the rows, for views. `row` is a stable row number that is never used again.
@@ -51,21 +51,21 @@ public:
     /// Position from 0 of a column. Throws Error 5 when there is none.
     std::size_t columnIndex(std::string_view name) const;
 
-    /// A new row of nulls behind the last; the cursor stands on it. It joins every view without regard to a filter
-    /// until Update.
+    /// A new row of nulls behind the last; the cursor stands on it. It joins every view without regard to a
+    /// filter until Update.
     void AddNew();
     /// Ends the editing of the current row: filters and indexes take its values into account.
     void Update();
     /// Removes the current row; the cursor stays in its place and Update or a move leads on.
     void Delete();
 
-    /// Value of the current row. Throw Error 5 for an unknown column, Error 91 with no current row, Error 13 when the
-    /// value is of another kind than the column (whole numbers are taken by double columns).
+    /// Value of the current row. Throw Error 5 for an unknown column, Error 91 with no current row, Error 13
+    /// when the value is of another kind than the column (whole numbers are taken by double columns).
     const Value& get(std::string_view column) const;
     void set(std::string_view column, Value value);
 
-    /// "" shows every row; "column = value" and "column=value" show the rows whose column equals the value. Throws
-    /// Error 5 for another form. The cursor goes to the first row shown.
+    /// "" shows every row; "column = value" and "column=value" show the rows whose column equals the value.
+    /// Throws Error 5 for another form. The cursor goes to the first row shown.
     void Filter(std::string_view condition);
     std::size_t RecordCount() const;
     bool EOF_() const noexcept;
@@ -84,7 +84,8 @@ public:
     /// Another view on the same rows, unfiltered, standing on the first.
     std::unique_ptr<RecordSet> Clone() const;
 
-    /// `listener` hears of every change to the shared rows, through whichever clone. Gives a handle for unsubscribe.
+    /// `listener` hears of every change to the shared rows, through whichever clone. Gives a handle for
+    /// unsubscribe.
     std::size_t subscribe(Listener listener);
     void unsubscribe(std::size_t handle);
 

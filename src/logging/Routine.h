@@ -28,10 +28,10 @@ public:
     }
     /// For names that carry arguments: `makeName` gives the name and is asked only when the log wants it.
     template<std::invocable MakeName>
-    explicit Routine(MakeName&& makeName) noexcept {
+    explicit Routine(MakeName makeName) noexcept {
         if (isLogged()) {
             try {
-                oLogger->callStack.push(std::forward<MakeName>(makeName)());
+                oLogger->callStack.push(makeName());
             } catch (const std::exception&) {
                 return;
             }

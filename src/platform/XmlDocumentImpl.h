@@ -16,10 +16,7 @@ struct XmlDocument::Impl {
     /// Replaces the tree; it is null when the bytes cannot be parsed.
     void read(std::string_view bytes, const char* encoding, const char* url) {
         doc.reset();
-        doc = xml::parse(bytes, encoding, url, xml::CData::Keep, parseError);
-        if (doc) {
-            xml::dropBlankText(doc.get());
-        }
+        doc = xml::parse(bytes, encoding, url, xml::Purpose::Document, parseError);
     }
     xmlNode* documentNode() const { return reinterpret_cast<xmlNode*>(doc.get()); }
 };

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdarg>
 #include <cstddef>
 
 namespace tv::xml {
@@ -91,7 +90,7 @@ void onStartElement(void* data, const xmlChar* localName, const xmlChar* prefix,
                           defaultedCount, attributes);
 }
 
-Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, CData cdata, bool huge,
+Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Purpose purpose, bool huge,
               Watch& watch) {
     const Parser parser(xmlNewParserCtxt());
     if (!parser) {
@@ -103,11 +102,36 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, CDa
     parser->sax->startElementNs = onStartElement;
     const int options = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_COMPACT | XML_PARSE_NOWARNING |
                         (huge ? XML_PARSE_HUGE : 0) | (encoding != nullptr ? XML_PARSE_IGNORE_ENC : 0) |
-                        (cdata == CData::ToText ? XML_PARSE_NOCDATA : 0);
+                        (purpose == Purpose::Document ? XML_PARSE_NOBLANKS : XML_PARSE_NOCDATA);
     Doc doc(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), url, encoding,
                               options));
     const bool complete = parser->wellFormed == 1 && parser->nsWellFormed == 1 && parser->disableSAX == 0;
     return complete ? std::move(doc) : nullptr;
+}
+
+/// Drops the text nodes that hold white space alone. The parser leaves out most of them, but not those of an
+/// element that holds nothing else.
+void dropBlankText(xmlDoc* doc) {
+    const auto isBlank = [](const xmlNode* node) {
+        return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1;
+    };
+    xmlNode* node = doc->children;
+    while (node != nullptr) {
+        xmlNode* const current = node;
+        if (current->type == XML_ELEMENT_NODE && current->children != nullptr) {
+            node = current->children;
+        } else {
+            xmlNode* up = current;
+            while (up != nullptr && up->next == nullptr) {
+                up = up->parent;
+            }
+            node = up == nullptr ? nullptr : up->next;
+        }
+        if (isBlank(current)) {
+            xmlUnlinkNode(current);
+            xmlFreeNode(current);
+        }
+    }
 }
 
 } // namespace
@@ -135,7 +159,8 @@ void FreeDoc::operator()(xmlDoc* doc) const noexcept {
     xmlFreeDoc(doc);
 }
 
-Doc parse(std::string_view bytes, const char* encoding, const char* url, CData cdata, std::string& reason) {
+Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose purpose,
+          std::string& reason) {
     start();
     reason.clear();
     if (bytes.size() > INT_MAX) {
@@ -145,39 +170,19 @@ Doc parse(std::string_view bytes, const char* encoding, const char* url, CData c
     // Texts of any size are welcome, but then the library watches over no entities; so a document that
     // declares some is read once more with all of the library's limits in force.
     Watch watch;
-    Doc doc = parseOnce(bytes, encoding, url, cdata, true, watch);
+    Doc doc = parseOnce(bytes, encoding, url, purpose, true, watch);
     if (watch.hasEntities) {
         watch = Watch{};
         watch.stopAtEntities = false;
-        doc = parseOnce(bytes, encoding, url, cdata, false, watch);
+        doc = parseOnce(bytes, encoding, url, purpose, false, watch);
+    }
+    if (doc && purpose == Purpose::Document) {
+        dropBlankText(doc.get());
     }
     if (!doc) {
         reason = watch.reason.empty() ? "O documento está vazio ou incompleto." : watch.reason;
     }
     return doc;
-}
-
-void dropBlankText(xmlDoc* doc) {
-    const auto isBlank = [](const xmlNode* node) {
-        return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1;
-    };
-    xmlNode* node = doc->children;
-    while (node != nullptr) {
-        xmlNode* const current = node;
-        if (current->type == XML_ELEMENT_NODE && current->children != nullptr) {
-            node = current->children;
-        } else {
-            xmlNode* up = current;
-            while (up != nullptr && up->next == nullptr) {
-                up = up->parent;
-            }
-            node = up == nullptr ? nullptr : up->next;
-        }
-        if (isBlank(current)) {
-            xmlUnlinkNode(current);
-            xmlFreeNode(current);
-        }
-    }
 }
 
 std::string faultText(const xmlError& fault) {

@@ -76,7 +76,7 @@ std::string serialise(xmlDoc* result, xsltStylesheet* stylesheet) {
 
 Stylesheet compile(const std::filesystem::path& path, std::string& reason) {
     const std::string name = files::toText(path);
-    xml::Doc doc = xml::parse(files::readAll(path), nullptr, name.c_str(), xml::CData::ToText, reason);
+    xml::Doc doc = xml::parse(files::readAll(path), nullptr, name.c_str(), xml::Purpose::Stylesheet, reason);
     if (!doc) {
         return nullptr;
     }

@@ -1,7 +1,8 @@
 #include "platform/Utf8.h"
 #include "platform/text.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace tv {
 namespace utf8 {
@@ -53,13 +54,35 @@ void append(std::string& out, char32_t c) {
 namespace text {
 namespace {
 
-/// Calls `visit(character, wellFormed, place)` for each character of a text.
+/// Place of the first byte from `at` on that is not ASCII. Texts of this field are nearly all ASCII, so the
+/// runs between the letters with accents are worth finding quickly.
+std::size_t endOfAscii(std::string_view s, std::size_t at) noexcept {
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::uint64_t block = 0;
+    for (; s.size() - at >= sizeof block; at += sizeof block) {
+        std::memcpy(&block, s.data() + at, sizeof block);
+        if ((block & highBits) != 0) {
+            break;
+        }
+    }
+    while (at < s.size() && static_cast<unsigned char>(s[at]) < 0x80) {
+        ++at;
+    }
+    return at;
+}
+
+/// Copies the ASCII characters of a text and calls `visit(character, place)` for each of the others.
 template<typename Visit>
-void eachCharacter(std::string_view s, Visit visit) {
+void copyAscii(std::string& out, std::string_view s, Visit visit) {
     for (std::size_t at = 0; at < s.size();) {
-        const utf8::Decoded decoded = utf8::decode(s, at);
-        visit(decoded.character, decoded.wellFormed, at);
-        at += decoded.length;
+        const std::size_t end = endOfAscii(s, at);
+        out.append(s, at, end - at);
+        at = end;
+        if (at < s.size()) {
+            const utf8::Decoded decoded = utf8::decode(s, at);
+            visit(decoded.character, at);
+            at += decoded.length;
+        }
     }
 }
 
@@ -128,7 +151,7 @@ private:
 std::string toLatin1(std::string_view utf8Text, char substitute) {
     std::string out;
     out.reserve(utf8Text.size());
-    eachCharacter(utf8Text, [&](char32_t c, bool, std::size_t) {
+    copyAscii(out, utf8Text, [&](char32_t c, std::size_t) {
         out += c <= 0xFF ? static_cast<char>(static_cast<unsigned char>(c)) : substitute;
     });
     return out;
@@ -138,7 +161,7 @@ std::string toLatin1Markup(std::string_view utf8Text) {
     std::string out;
     out.reserve(utf8Text.size());
     MarkupPlace place(utf8Text);
-    eachCharacter(utf8Text, [&](char32_t c, bool, std::size_t at) {
+    copyAscii(out, utf8Text, [&](char32_t c, std::size_t at) {
         if (c <= 0xFF) {
             out += static_cast<char>(static_cast<unsigned char>(c));
             return;
@@ -162,14 +185,19 @@ std::string toLatin1Markup(std::string_view utf8Text) {
 std::string fromLatin1(std::string_view latin1) {
     std::string out;
     out.reserve(latin1.size() + latin1.size() / 16);
-    for (const char c : latin1) {
-        utf8::append(out, static_cast<unsigned char>(c));
+    for (std::size_t at = 0; at < latin1.size(); ++at) {
+        const std::size_t end = endOfAscii(latin1, at);
+        out.append(latin1, at, end - at);
+        at = end;
+        if (at < latin1.size()) {
+            utf8::append(out, static_cast<unsigned char>(latin1[at]));
+        }
     }
     return out;
 }
 
 bool isUtf8(std::string_view s) noexcept {
-    for (std::size_t at = 0; at < s.size();) {
+    for (std::size_t at = endOfAscii(s, 0); at < s.size(); at = endOfAscii(s, at)) {
         const utf8::Decoded decoded = utf8::decode(s, at);
         if (!decoded.wellFormed) {
             return false;
@@ -185,7 +213,7 @@ std::string sanitizeUtf8(std::string_view s) {
     }
     std::string out;
     out.reserve(s.size() + 16);
-    eachCharacter(s, [&](char32_t c, bool, std::size_t) { utf8::append(out, c); });
+    copyAscii(out, s, [&](char32_t c, std::size_t) { utf8::append(out, c); });
     return out;
 }
 

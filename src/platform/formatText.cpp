@@ -25,28 +25,26 @@ class Dealer {
 public:
     Dealer(std::string_view characters, std::size_t places, bool fromLeft)
         : rest_(characters)
+        , length_(text::length(characters))
         , places_(places)
         , fromLeft_(fromLeft) {}
 
     /// What the next place holds: more than one character where the text is longer than the places.
     std::string_view next() {
-        const std::size_t length = text::length(rest_);
-        const std::size_t share = fromLeft_ ? shareFromLeft(length) : shareFromRight(length);
+        const std::size_t share = fromLeft_ ? shareFromLeft() : shareFromRight();
         const std::string_view dealt = text::left(rest_, share);
         rest_.remove_prefix(dealt.size());
+        length_ -= share;
         --places_;
         return dealt;
     }
 
 private:
-    std::size_t shareFromLeft(std::size_t length) const {
-        return places_ == 1 ? length : std::min<std::size_t>(length, 1);
-    }
-    std::size_t shareFromRight(std::size_t length) const {
-        return length >= places_ ? length - places_ + 1 : 0;
-    }
+    std::size_t shareFromLeft() const { return places_ == 1 ? length_ : std::min<std::size_t>(length_, 1); }
+    std::size_t shareFromRight() const { return length_ >= places_ ? length_ - places_ + 1 : 0; }
 
     std::string_view rest_;
+    std::size_t length_; ///< Of what is left, in characters.
     std::size_t places_; ///< That are still to come.
     bool fromLeft_;
 };

@@ -35,7 +35,7 @@
 				<main>
 					<xsl:choose>
 						<xsl:when test="$total = 0">
-							<p class="nada">Nenhuma ocorrência.</p>
+							<p class="nada">Não há ocorrências a mostrar.</p>
 						</xsl:when>
 						<xsl:otherwise>
 							<div class="resumos">
@@ -258,7 +258,7 @@
 			dl { display: grid; grid-template-columns: max-content 1fr; gap: .15rem 1rem; margin: 0; }
 			dt { font-weight: bold; }
 			dd { margin: 0; overflow-wrap: anywhere; }
-			.nada { padding: 1rem; border-left: 4px solid #1b7a3d; background: #eef8f1; }
+			.nada { padding: 1rem; border-left: 4px solid #6a7684; background: #f1f3f5; }
 			.resumos { display: flex; flex-wrap: wrap; gap: 1.5rem; align-items: flex-start; margin-top: 1rem; }
 			table { border-collapse: collapse; }
 			caption { padding: .25rem 0; text-align: left; font-weight: bold; }

@@ -58,6 +58,7 @@ std::string transformStream(const std::filesystem::path& arquivo, const std::fil
 
 std::string transformStream(const XmlDocument& documento, const std::filesystem::path& xsl,
                             std::string& motivo) {
+    motivo.clear();
     return guarded(nomeStream, std::string(), [&]() -> std::string {
         if (documento.empty()) {
             return {};

@@ -26,8 +26,8 @@ bool transformFile(const std::filesystem::path& arquivo, const std::filesystem::
 std::string transformStream(const std::filesystem::path& arquivo, const std::filesystem::path& xsl);
 
 /// The same for a document that is loaded already; an empty document counts as a failed load. `motivo`
-/// receives why the stylesheet gave nothing (it does not load, or the transform failed), otherwise it stays
-/// as it is.
+/// receives why the stylesheet gave nothing (it does not load, or the transform failed), otherwise the empty
+/// text.
 std::string transformStream(const XmlDocument& documento, const std::filesystem::path& xsl,
                             std::string& motivo);
 

@@ -44,6 +44,9 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
         XmlReader leitor(std::move(schema));
         fimDocumento_ = false;
         proceed([&] { leitor.parse(arquivo, *this); });
+        if (!fimDocumento_) {
+            avisos_.emplace_back("A leitura do arquivo foi interrompida");
+        }
         if (boleto->hasFormula()) {
             proceed([&] { segundoEstagio(arquivo); });
         }
@@ -74,8 +77,7 @@ void clsValidador::startElement(std::string_view localName) {
 }
 
 void clsValidador::characters(std::string_view texto) {
-    const std::string_view semBrancos = text::trim(texto);
-    if (semBrancos == "\n") {
+    if (text::trim(texto) == "\n") {
         return;
     }
     ultimoValor_ = texto;
@@ -87,7 +89,8 @@ void clsValidador::characters(std::string_view texto) {
         valorChave_.acrescenta(texto);
     }
     valorAcumulado_ += texto;
-    turns::due();
+    // What goes wrong in the user interface's turn is no matter of the file.
+    proceed([] { turns::due(); });
 }
 
 void clsValidador::endElement(std::string_view localName) {
@@ -128,7 +131,8 @@ void clsValidador::registraResultado(std::string_view titulo, std::string_view m
     clsResultado resultado;
     // With no node to stand on (a fault before the first element) the finding has neither name nor path.
     if (const LayoutNode* no = pilha_.top()) {
-        resultado.setTag(no->getNome(), ultimoValor_, pilha_.getPath(), valorChave_.agora());
+        proceed(
+            [&] { resultado.setTag(no->getNome(), ultimoValor_, pilha_.getPath(), valorChave_.agora()); });
     }
     resultado.setError(codigo, titulo, mensagem);
     resultado.setLocation(linha, coluna);
@@ -161,14 +165,12 @@ void clsValidador::leResultadoFormula(std::string xml, const XmlDocument& docume
 
     // The fragments end in the closing tag themselves, so all of them go and one comes back.
     xml = text::replaceAll(xml, fimDaRaiz, "");
-    xml += text::replaceAll(fragmentos_, fimDaRaiz, "");
-    xml += fimDaRaiz;
-
     XmlDocument saida;
-    if (!saida.loadXML(xml)) {
-        // Findings of the rules across fields are lost with it. A stylesheet whose output alone cannot be
-        // read is a check that did not run.
-        if (fragmentos_.empty() && avisos_.empty() && !documento.empty()) {
+    if (!saida.loadXML(xml + text::replaceAll(fragmentos_, fimDaRaiz, "") + std::string(fimDaRaiz))) {
+        // No item is read, and the findings of the rules across fields are lost with it. A stylesheet whose
+        // output alone cannot be read is a check that did not run; a fragment that a value has spoiled stays
+        // without a word.
+        if (avisos_.empty() && !documento.empty() && !saida.loadXML(xml + std::string(fimDaRaiz))) {
             avisos_.push_back("A saída da folha de fórmulas não pôde ser lida: " + saida.parseError());
         }
         return;

@@ -30,6 +30,9 @@ using Resultados = std::vector<clsResultado>;
 class clsValidador final : private XmlHandler {
 public:
     clsValidador() = default;
+    ~clsValidador() override = default;
+    clsValidador(const clsValidador&) = delete; // two validators must not share a growing key text
+    clsValidador& operator=(const clsValidador&) = delete;
 
     /// True when the file has no finding. False without a finding for a blank path or no layout.
     /// A failure before the parse (a schema that does not load) is logged, and the findings of the run before

@@ -19,7 +19,7 @@ std::string comparado(std::string_view s) {
 }
 
 bool difere(double declarado, double calculado) {
-    return std::abs(declarado - confere(calculado)) > tolerancia;
+    return std::abs(confere(declarado - calculado)) > tolerancia;
 }
 
 } // namespace

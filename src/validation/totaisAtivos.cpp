@@ -193,7 +193,7 @@ void RegrasEntreCampos::verificaAtivos(const XmlNode& no, const std::string& tip
             totais.total = confere(totais.total + parcela);
         }
         const double arredondado = text::roundHalfEven(totais.total, 2);
-        if (std::abs(totais.valorativos - arredondado) > tolerancia) {
+        if (std::abs(confere(totais.valorativos - arredondado)) > tolerancia) {
             fragmentos_ += montaTotais(totais, tipo);
         }
         verificaOperacoes(no.childElements(), tipo, totais.chave);

@@ -199,8 +199,11 @@ bool exists(const fs::path& path) noexcept {
 std::string readAll(const fs::path& path) {
     std::error_code failed;
     const fs::file_status status = fs::status(path, failed);
-    if (status.type() == fs::file_type::not_found || status.type() == fs::file_type::none) {
-        fail(failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory), path);
+    if (status.type() == fs::file_type::not_found) {
+        fail(std::errc::no_such_file_or_directory, path);
+    }
+    if (status.type() == fs::file_type::none) {
+        fail(failed, path);
     }
     if (!fs::is_regular_file(status)) {
         fail(fs::is_directory(status) ? std::errc::is_a_directory : std::errc::invalid_argument, path);

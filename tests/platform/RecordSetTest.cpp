@@ -1,0 +1,457 @@
+#include "platform/RecordSet.h"
+
+#include "Throws.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+namespace tv {
+namespace {
+
+using test::errorOf;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A set of rows as a section has them: a text, a number, and the two whole numbers that tie rows.
+RecordSet sectionRows() {
+    RecordSet set;
+    set.Append("nome", ColumnType::FixedChar, 20);
+    set.Append("valor", ColumnType::Double, 8);
+    set.Append("ativo", ColumnType::Boolean, 0);
+    set.Append("data", ColumnType::Date, 0);
+    set.Append("rowID", ColumnType::Integer, 0);
+    set.Append("rowMaster", ColumnType::Integer, 0);
+    set.Open();
+    return set;
+}
+
+void add(RecordSet& set, const std::string& name, int master) {
+    set.AddNew();
+    set.set("nome", name);
+    set.set("rowMaster", master);
+    set.Update();
+}
+
+std::string nameOf(const RecordSet& set) {
+    return std::get<std::string>(set.get("nome"));
+}
+
+std::vector<std::string> names(RecordSet& set) {
+    std::vector<std::string> result;
+    for (set.MoveFirst(); !set.EOF_(); set.MoveNext()) {
+        result.push_back(nameOf(set));
+    }
+    return result;
+}
+
+/// Rows a to f under the masters 1, 2, 1, 3, 2, 1.
+RecordSet sixRows() {
+    RecordSet set = sectionRows();
+    const std::vector<std::pair<const char*, int>> rows{{"a", 1}, {"b", 2}, {"c", 1},
+                                                        {"d", 3}, {"e", 2}, {"f", 1}};
+    for (const auto& [name, master] : rows) {
+        add(set, name, master);
+    }
+    return set;
+}
+
+TEST(RecordSet, has_the_columns_in_the_order_of_adding) {
+    const RecordSet set = sectionRows();
+    ASSERT_EQ(set.columns().size(), 6U);
+    EXPECT_EQ(set.columns()[0].name, "nome");
+    EXPECT_EQ(set.columns()[0].size, 20);
+    EXPECT_EQ(set.columns()[5].type, ColumnType::Integer);
+    EXPECT_EQ(set.columnIndex("ROWMASTER"), 5U);
+    EXPECT_TRUE(set.isOpen());
+    EXPECT_EQ(errorOf([&] { set.columnIndex("none"); }), errc::invalidCall);
+}
+
+TEST(RecordSet, refuses_a_column_twice_and_columns_behind_the_opening) {
+    RecordSet set;
+    set.Append("cnpj", ColumnType::FixedChar, 14);
+    EXPECT_EQ(errorOf([&] { set.Append("CNPJ", ColumnType::Integer, 0); }), errc::keyTaken);
+    EXPECT_EQ(errorOf([&] { set.AddNew(); }), errc::objectNotSet) << "not open yet";
+    set.Open();
+    EXPECT_EQ(errorOf([&] { set.Append("other", ColumnType::Integer, 0); }), errc::invalidCall);
+}
+
+TEST(RecordSet, starts_empty_at_both_ends) {
+    RecordSet set = sectionRows();
+    EXPECT_TRUE(set.EOF_());
+    EXPECT_TRUE(set.BOF_());
+    EXPECT_EQ(set.RecordCount(), 0U);
+    EXPECT_EQ(errorOf([&] { set.get("nome"); }), errc::objectNotSet);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errc::objectNotSet);
+    EXPECT_EQ(errorOf([&] { set.currentRow(); }), errc::objectNotSet);
+    set.MoveFirst();
+    set.MoveNext();
+    set.MovePrevious();
+    set.MoveLast();
+    EXPECT_TRUE(set.EOF_() && set.BOF_());
+}
+
+TEST(RecordSet, new_rows_are_nulls_and_current) {
+    RecordSet set = sectionRows();
+    set.AddNew();
+    EXPECT_FALSE(set.EOF_());
+    EXPECT_FALSE(set.BOF_());
+    for (const Column& column : set.columns()) {
+        EXPECT_TRUE(isNull(set.get(column.name))) << column.name;
+    }
+    EXPECT_EQ(set.RecordCount(), 1U);
+}
+
+TEST(RecordSet, takes_values_of_the_column_s_kind_and_null) {
+    RecordSet set = sectionRows();
+    set.AddNew();
+    set.set("NOME", std::string("ações"));
+    set.set("valor", 5);
+    set.set("ativo", true);
+    set.set("data", clock::at(2024, 1, 31));
+    set.set("rowID", 7);
+    EXPECT_EQ(set.get("nome"), Value(std::string("ações")));
+    EXPECT_EQ(set.get("valor"), Value(5.0)) << "whole numbers are taken by double columns";
+    EXPECT_EQ(set.get("ativo"), Value(true));
+    EXPECT_EQ(set.get("data"), Value(clock::at(2024, 1, 31)));
+    EXPECT_EQ(set.get("rowID"), Value(7));
+    set.set("valor", Null{});
+    EXPECT_TRUE(isNull(set.get("valor")));
+}
+
+TEST(RecordSet, refuses_values_of_another_kind) {
+    RecordSet set = sectionRows();
+    set.AddNew();
+    EXPECT_EQ(errorOf([&] { set.set("nome", 1); }), errc::typeMismatch);
+    EXPECT_EQ(errorOf([&] { set.set("valor", std::string("1")); }), errc::typeMismatch);
+    EXPECT_EQ(errorOf([&] { set.set("ativo", 1); }), errc::typeMismatch);
+    EXPECT_EQ(errorOf([&] { set.set("data", std::string("31/01/2024")); }), errc::typeMismatch);
+    EXPECT_EQ(errorOf([&] { set.set("rowID", 1.0); }), errc::typeMismatch);
+    EXPECT_EQ(errorOf([&] { set.set("none", 1); }), errc::invalidCall);
+    EXPECT_EQ(errorOf([&] { set.get("none"); }), errc::invalidCall);
+}
+
+TEST(RecordSet, walks_in_the_order_of_adding) {
+    RecordSet set = sixRows();
+    EXPECT_THAT(names(set), ElementsAre("a", "b", "c", "d", "e", "f"));
+    set.MovePrevious();
+    EXPECT_EQ(nameOf(set), "f") << "from behind the last row";
+    set.MovePrevious();
+    EXPECT_EQ(nameOf(set), "e");
+    set.MoveFirst();
+    set.MovePrevious();
+    EXPECT_TRUE(set.BOF_());
+    EXPECT_FALSE(set.EOF_());
+    set.MovePrevious();
+    EXPECT_TRUE(set.BOF_());
+    set.MoveNext();
+    EXPECT_EQ(nameOf(set), "a") << "from before the first row";
+    set.MoveLast();
+    EXPECT_EQ(nameOf(set), "f");
+    set.MoveNext();
+    set.MoveNext();
+    EXPECT_TRUE(set.EOF_());
+}
+
+struct Condition {
+    const char* text;
+    std::vector<std::string> shown;
+};
+
+class Filter : public testing::TestWithParam<Condition> {};
+
+TEST_P(Filter, shows_the_rows_whose_column_equals_the_value) {
+    RecordSet set = sixRows();
+    set.MoveLast();
+    set.set("valor", 1.5);
+    set.set("ativo", true);
+    set.set("data", clock::at(2024, 1, 31));
+    set.set("nome", std::string("d'Or = x"));
+    set.Filter(GetParam().text);
+    EXPECT_EQ(set.RecordCount(), GetParam().shown.size());
+    EXPECT_EQ(names(set), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    conditions, Filter,
+    testing::Values(Condition{"rowMaster = 1", {"a", "c", "d'Or = x"}}, Condition{"rowMaster=2", {"b", "e"}},
+                    Condition{"  ROWMASTER =  3 ", {"d"}}, Condition{"rowMaster = 4", {}},
+                    Condition{"rowMaster = 1.5", {}}, Condition{"rowMaster = 99999999999", {}},
+                    Condition{"rowMaster = -1", {}}, Condition{"nome = b", {"b"}},
+                    Condition{"nome = 'b'", {"b"}}, Condition{"nome = 'd''Or = x'", {"d'Or = x"}},
+                    Condition{"nome = B", {}}, Condition{"valor = 1.50", {"d'Or = x"}},
+                    Condition{"ativo = True", {"d'Or = x"}}, Condition{"ativo = 0", {}},
+                    Condition{"data = 31/01/2024", {"d'Or = x"}},
+                    Condition{"data = #2024-01-31#", {"d'Or = x"}},
+                    Condition{"", {"a", "b", "c", "d", "e", "d'Or = x"}},
+                    Condition{"  ", {"a", "b", "c", "d", "e", "d'Or = x"}}));
+
+TEST(RecordSet, refuses_filters_of_another_form) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 2");
+    for (const char* condition :
+         {"rowMaster", "= 1", "none = 1", "rowMaster > 1", "rowMaster <> 1", "rowMaster = x",
+          "rowMaster = 1 AND rowID = 2", "rowMaster =", "valor = abc", "ativo = talvez", "data = ontem"}) {
+        EXPECT_EQ(errorOf([&] { set.Filter(condition); }), errc::invalidCall) << condition;
+    }
+    EXPECT_EQ(set.RecordCount(), 2U) << "the filter before stays";
+}
+
+TEST(RecordSet, stands_on_the_first_row_shown_after_filtering) {
+    RecordSet set = sixRows();
+    set.MoveLast();
+    set.Filter("rowMaster = 2");
+    EXPECT_EQ(nameOf(set), "b");
+    set.Filter("");
+    EXPECT_EQ(nameOf(set), "a");
+    set.Filter("rowMaster = 9");
+    EXPECT_TRUE(set.EOF_() && set.BOF_());
+}
+
+TEST(RecordSet, a_new_row_is_seen_through_every_filter_until_update) {
+    RecordSet set = sixRows();
+    const auto clone = set.Clone();
+    clone->Filter("rowMaster = 3");
+    set.Filter("rowMaster = 2");
+    set.AddNew();
+    set.set("nome", std::string("new"));
+    set.set("rowMaster", 1);
+    EXPECT_EQ(set.RecordCount(), 3U);
+    EXPECT_EQ(clone->RecordCount(), 2U);
+    EXPECT_THAT(names(*clone), ElementsAre("d", "new"));
+    set.Update();
+    EXPECT_EQ(set.RecordCount(), 2U);
+    EXPECT_EQ(clone->RecordCount(), 1U);
+    EXPECT_EQ(nameOf(set), "new") << "the cursor stays where it is";
+    set.MoveNext();
+    EXPECT_TRUE(set.EOF_());
+    set.Filter("rowMaster = 1");
+    EXPECT_THAT(names(set), ElementsAre("a", "c", "f", "new"));
+}
+
+TEST(RecordSet, filters_follow_changed_values_at_update) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 2");
+    set.set("rowMaster", 3);
+    EXPECT_EQ(set.RecordCount(), 2U) << "not yet";
+    set.Update();
+    EXPECT_EQ(set.RecordCount(), 1U);
+    set.Filter("rowMaster = 3");
+    EXPECT_THAT(names(set), ElementsAre("b", "d"));
+}
+
+TEST(RecordSet, leaving_a_row_ends_its_editing) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 3");
+    set.AddNew();
+    set.set("nome", std::string("g"));
+    set.set("rowMaster", 2);
+    set.MoveFirst();
+    EXPECT_EQ(set.RecordCount(), 1U);
+    set.set("rowMaster", 2);
+    set.AddNew();
+    set.Update();
+    EXPECT_EQ(set.RecordCount(), 0U);
+    set.Filter("rowMaster = 2");
+    EXPECT_THAT(names(set), ElementsAre("b", "d", "e", "g"));
+}
+
+TEST(RecordSet, a_discarded_clone_ends_its_editing) {
+    RecordSet set = sixRows();
+    {
+        const auto clone = set.Clone();
+        clone->AddNew();
+        clone->set("rowMaster", 3);
+    }
+    set.Filter("rowMaster = 1");
+    EXPECT_EQ(set.RecordCount(), 3U);
+    set.Filter("rowMaster = 3");
+    EXPECT_EQ(set.RecordCount(), 2U);
+}
+
+TEST(RecordSet, a_deleted_row_is_left_by_the_next_move) {
+    RecordSet set = sixRows();
+    set.MoveFirst();
+    set.MoveNext();
+    set.Delete();
+    EXPECT_EQ(errorOf([&] { set.get("nome"); }), errc::objectNotSet);
+    EXPECT_EQ(errorOf([&] { set.set("nome", std::string()); }), errc::objectNotSet);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errc::objectNotSet);
+    set.Update();
+    set.MoveNext();
+    EXPECT_EQ(nameOf(set), "c");
+    set.Delete();
+    set.MovePrevious();
+    EXPECT_EQ(nameOf(set), "a");
+    EXPECT_THAT(names(set), ElementsAre("a", "d", "e", "f"));
+}
+
+TEST(RecordSet, deleting_while_walking_takes_every_row_of_the_view) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster =  1");
+    std::size_t deleted = 0;
+    for (; !set.EOF_(); set.MoveNext()) {
+        set.Delete();
+        set.Update();
+        ++deleted;
+    }
+    EXPECT_EQ(deleted, 3U);
+    set.Filter("");
+    EXPECT_THAT(names(set), ElementsAre("b", "d", "e"));
+}
+
+TEST(RecordSet, is_at_both_ends_when_its_last_row_is_deleted) {
+    RecordSet set = sectionRows();
+    add(set, "a", 1);
+    set.Delete();
+    EXPECT_TRUE(set.EOF_() && set.BOF_());
+    EXPECT_EQ(set.RecordCount(), 0U);
+    add(set, "b", 1);
+    EXPECT_THAT(names(set), ElementsAre("b"));
+}
+
+TEST(RecordSet, clones_share_rows_and_nothing_else) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 2");
+    set.MoveLast();
+    const auto clone = set.Clone();
+    EXPECT_EQ(clone->RecordCount(), 6U) << "unfiltered";
+    EXPECT_EQ(nameOf(*clone), "a") << "on the first row";
+    EXPECT_EQ(nameOf(set), "e");
+    clone->MoveNext();
+    clone->set("nome", std::string("B"));
+    clone->Update();
+    set.MoveFirst();
+    EXPECT_EQ(nameOf(set), "B");
+    clone->Delete();
+    EXPECT_EQ(errorOf([&] { set.get("nome"); }), errc::objectNotSet) << "deleted under the cursor";
+    set.MoveNext();
+    EXPECT_EQ(nameOf(set), "e");
+}
+
+TEST(RecordSet, a_clone_outlives_its_origin) {
+    std::unique_ptr<RecordSet> clone;
+    {
+        RecordSet set = sixRows();
+        set.Filter("rowMaster = 1");
+        clone = set.Clone();
+    }
+    clone->Filter("rowMaster = 2");
+    EXPECT_THAT(names(*clone), ElementsAre("b", "e"));
+}
+
+TEST(RecordSet, row_numbers_are_stable_and_never_used_again) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 2");
+    const std::vector<std::size_t> rows = set.rows();
+    ASSERT_EQ(rows.size(), 2U);
+    set.Filter("");
+    set.MoveTo(rows[1]);
+    EXPECT_EQ(nameOf(set), "e");
+    EXPECT_EQ(set.currentRow(), rows[1]);
+    set.Delete();
+    EXPECT_EQ(errorOf([&] { set.MoveTo(rows[1]); }), errc::subscriptOutOfRange);
+    set.AddNew();
+    EXPECT_NE(set.currentRow(), rows[1]);
+    EXPECT_GT(set.currentRow(), rows[1]);
+    set.Filter("rowMaster = 1");
+    EXPECT_EQ(errorOf([&] { set.MoveTo(rows[0]); }), errc::subscriptOutOfRange) << "not shown";
+    EXPECT_EQ(errorOf([&] { set.MoveTo(999); }), errc::subscriptOutOfRange);
+}
+
+TEST(RecordSet, lists_new_rows_among_the_others_in_order) {
+    RecordSet set = sixRows();
+    set.Filter("rowMaster = 1");
+    const auto clone = set.Clone();
+    clone->AddNew();
+    const std::vector<std::size_t> rows = set.rows();
+    ASSERT_EQ(rows.size(), 4U);
+    EXPECT_TRUE(std::is_sorted(rows.begin(), rows.end()));
+    EXPECT_EQ(rows.back(), clone->currentRow());
+}
+
+TEST(RecordSet, tells_listeners_of_changes_through_every_clone) {
+    using Kind = RecordSet::Change::Kind;
+    RecordSet set = sixRows();
+    const auto clone = set.Clone();
+    std::vector<std::pair<Kind, std::size_t>> heard;
+    const std::size_t handle =
+        set.subscribe([&](const auto& change) { heard.emplace_back(change.kind, change.row); });
+    clone->AddNew();
+    const std::size_t fresh = clone->currentRow();
+    clone->set("nome", std::string("g"));
+    clone->Update();
+    clone->Update();
+    set.MoveFirst();
+    const std::size_t first = set.currentRow();
+    set.set("nome", std::string("A"));
+    set.MoveNext();
+    set.MovePrevious();
+    set.Delete();
+    EXPECT_THAT(heard, ElementsAre(std::pair(Kind::Added, fresh), std::pair(Kind::Changed, fresh),
+                                   std::pair(Kind::Changed, first), std::pair(Kind::Removed, first)));
+    heard.clear();
+    clone->unsubscribe(handle);
+    clone->AddNew();
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST(RecordSet, listeners_may_unsubscribe_while_they_are_told) {
+    RecordSet set = sectionRows();
+    int first = 0;
+    int second = 0;
+    std::size_t secondHandle = 0;
+    const std::size_t firstHandle = set.subscribe([&](const auto&) {
+        ++first;
+        set.unsubscribe(secondHandle);
+    });
+    secondHandle = set.subscribe([&](const auto&) { ++second; });
+    EXPECT_NE(firstHandle, secondHandle);
+    set.AddNew();
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 0);
+}
+
+TEST(RecordSet, can_be_moved) {
+    RecordSet set = sixRows();
+    RecordSet other = std::move(set);
+    EXPECT_EQ(other.RecordCount(), 6U);
+    other = sectionRows();
+    EXPECT_EQ(other.RecordCount(), 0U);
+}
+
+TEST(RecordSet, stays_quick_with_a_hundred_thousand_rows) {
+    constexpr int masters = 1000;
+    constexpr int details = 100;
+    const auto start = std::chrono::steady_clock::now();
+    RecordSet set = sectionRows();
+    for (int i = 0; i < masters * details; ++i) {
+        add(set, "x", i % masters);
+    }
+    std::size_t seen = 0;
+    for (int master = 0; master < masters; ++master) {
+        const auto clone = set.Clone();
+        clone->Filter("rowMaster=" + std::to_string(master));
+        for (; !clone->EOF_(); clone->MoveNext()) {
+            ++seen;
+        }
+    }
+    EXPECT_EQ(seen, static_cast<std::size_t>(masters * details));
+    for (int master = 0; master < masters; master += 2) {
+        set.Filter("rowMaster = " + std::to_string(master));
+        for (; !set.EOF_(); set.MoveNext()) {
+            set.Delete();
+            set.Update();
+        }
+    }
+    set.Filter("");
+    EXPECT_EQ(set.RecordCount(), static_cast<std::size_t>(masters * details / 2));
+    // A scan for each filter would take 200 million steps; this much time is far too long for lookups.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+} // namespace
+} // namespace tv

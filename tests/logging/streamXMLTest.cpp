@@ -126,7 +126,7 @@ TEST_P(IllegalNameTest, EntryIsLostAndTheRunGoesOn) {
 
 INSTANTIATE_TEST_SUITE_P(Names, IllegalNameTest,
                          ::testing::Values("clsValidador.isValido(um arquivo.xml)", "a b", "",
-                                           "clsValidador.isValido(/tmp/x.xml,Fundo)", "1abc", "a/b", "<x>",
+                                           "clsValidador.isValido(/dados/x.xml,Fundo)", "1abc", "a/b", "<x>",
                                            "a:b", "C:\\x.xml"));
 
 struct DescriptionTest : StreamXMLTest, ::testing::WithParamInterface<const char*> {};

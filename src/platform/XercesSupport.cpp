@@ -184,7 +184,7 @@ class FileStream : public BinInputStream {
 public:
     explicit FileStream(std::FILE* stream)
         : stream_(stream) {}
-    ~FileStream() override { std::fclose(stream_); }
+    ~FileStream() override { static_cast<void>(std::fclose(stream_)); }
     FileStream(const FileStream&) = delete;
     FileStream& operator=(const FileStream&) = delete;
 

@@ -42,7 +42,7 @@ public:
 
 private:
     struct Closer {
-        void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
+        void operator()(std::FILE* stream) const noexcept { static_cast<void>(std::fclose(stream)); }
     };
     std::filesystem::path file_;
     mutable std::unique_ptr<std::FILE, Closer> stream_;

@@ -64,7 +64,7 @@ const clsCampo* procuraCampo(const clsSecao* secao, const std::string_view* tag)
     return found == nullptr ? nullptr : found->get();
 }
 
-std::string vazioSeTemPonto(std::string texto) {
+std::string vazioSeTemPonto(const std::string& texto) {
     return text::contains(texto, ".") ? std::string() : texto;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace boletos {
 
@@ -26,8 +27,8 @@ void Saida::Fecha::operator()(std::FILE* fluxo) const noexcept {
     }
 }
 
-Saida::Saida(const std::filesystem::path& arquivo)
-    : arquivo_(arquivo) {
+Saida::Saida(std::filesystem::path arquivo)
+    : arquivo_(std::move(arquivo)) {
     if (arquivo_.empty()) {
         fluxo_.reset(stdout);
         return;

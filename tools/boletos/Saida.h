@@ -12,7 +12,7 @@ namespace boletos {
 class Saida {
 public:
     /// Standard output for an empty path. Throws tv::Error when the file cannot be created.
-    explicit Saida(const std::filesystem::path& arquivo);
+    explicit Saida(std::filesystem::path arquivo);
     ~Saida();
     Saida(const Saida&) = delete;
     Saida& operator=(const Saida&) = delete;

@@ -22,8 +22,8 @@ std::string documentoDe(const ArquivoValidado& validado, const tv::clsBoleto& la
 // only one, otherwise in the folder that it names.
 class UmPorArquivo : public Relatorio {
 public:
-    UmPorArquivo(const Contexto& contexto, std::string extensao)
-        : contexto_(contexto)
+    UmPorArquivo(Contexto contexto, std::string extensao)
+        : contexto_(std::move(contexto))
         , extensao_(std::move(extensao)) {
         const bool terminaEmPasta = !contexto_.saida.empty() && !contexto_.saida.has_filename();
         emPasta_ = !contexto_.saida.empty() && (contexto_.arquivos > 1 || terminaEmPasta ||

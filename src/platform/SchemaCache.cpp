@@ -7,6 +7,7 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -40,6 +41,7 @@ public:
         setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
         setFeature(XMLUni::fgXercesLoadExternalDTD, false);
         setXMLEntityResolver(this);
+        setErrorHandler(&unused_); // without one the reader tells nobody of its errors
         files_.push_back(file_);
     }
 
@@ -101,6 +103,7 @@ private:
     std::filesystem::path file_;
     std::vector<std::filesystem::path> files_;
     std::string fault_;
+    DefaultHandler unused_;
 };
 
 // Compiled schemas by file. What a schema makes on first use is not shared, so each thread keeps its own.

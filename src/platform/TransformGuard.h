@@ -17,7 +17,7 @@ inline constexpr std::size_t maxOutputBytes = 256U << 20U;
 /// Bytes of a text that is joined inside of an expression.
 inline constexpr std::size_t maxJoinedBytes = 64U << 20U;
 /// Nodes that a transform may make.
-inline constexpr std::size_t maxResultNodes = 10'000'000;
+inline constexpr std::size_t maxResultNodes = 5'000'000;
 /// Instructions that a transform may carry out, and steps of its XPath expressions.
 inline constexpr unsigned long maxInstructions = 200'000'000;
 inline constexpr unsigned long maxXPathSteps = 20'000'000'000;

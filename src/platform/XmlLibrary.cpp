@@ -12,8 +12,10 @@
 namespace tv::xml {
 namespace {
 
-/// Bytes that default values of attributes may add to a document.
-constexpr std::ptrdiff_t maxDefaults = 10'000'000;
+/// Bytes that entities and default values may add to the attributes of a document.
+constexpr std::size_t maxAdded = 10'000'000;
+/// Attributes of one element; the library compares each with every other.
+constexpr int maxAttributes = 1000;
 
 // The library's only way to hand over messages; a variadic function is what it asks for.
 void ignoreMessage(void* /*data*/, const char* /*format*/, ...) {} // NOLINT(cert-dcl50-cpp)
@@ -22,7 +24,8 @@ void ignoreMessage(void* /*data*/, const char* /*format*/, ...) {} // NOLINT(cer
 struct Watch {
     bool hasEntities = false; ///< The internal subset declares entities.
     bool stopAtEntities = true;
-    std::ptrdiff_t defaults = 0;
+    std::size_t attributeBytes = 0;
+    std::size_t maxAttributeBytes = 0;
     std::string reason; ///< Of the first fault.
 };
 
@@ -78,16 +81,55 @@ void onStartElement(void* data, const xmlChar* localName, const xmlChar* prefix,
         refuse(data, "Os elementos do documento têm níveis demais.");
         return;
     }
-    for (int i = attributeCount - defaultedCount; i < attributeCount; ++i) {
+    Watch& watch = watchOf(data);
+    for (int i = 0; i < attributeCount; ++i) {
         const xmlChar** attribute = attributes + static_cast<std::ptrdiff_t>(i) * fieldsOfAttribute;
-        watchOf(data).defaults += attribute[4] - attribute[3];
+        watch.attributeBytes += static_cast<std::size_t>(attribute[4] - attribute[3]);
     }
-    if (watchOf(data).defaults > maxDefaults) {
-        refuse(data, "Os valores padrão dos atributos são grandes demais.");
+    if (watch.attributeBytes > watch.maxAttributeBytes) {
+        refuse(data, "Os atributos do documento crescem demais.");
         return;
     }
     xmlSAX2StartElementNs(data, localName, prefix, uri, namespaceCount, namespaces, attributeCount,
                           defaultedCount, attributes);
+}
+
+/// Place behind `end`, or the end of the text.
+std::size_t behind(std::string_view s, std::string_view end, std::size_t from) {
+    const std::size_t found = s.find(end, from);
+    return found == std::string_view::npos ? s.size() : found + end.size();
+}
+
+/// Place behind the tag that starts at `at`, with the number of its values between quotation marks.
+std::size_t behindTag(std::string_view s, std::size_t at, int& values) {
+    for (++at; at < s.size() && s[at] != '>' && s[at] != '<'; ++at) {
+        if (s[at] == '"' || s[at] == '\'') {
+            ++values;
+            at = std::min(s.find(s[at], at + 1), s.size() - 1);
+        }
+    }
+    return at;
+}
+
+/// True when some element has far more attributes than any document of this field.
+bool hasCrowdedTag(std::string_view s) {
+    for (std::size_t at = s.find('<'); at < s.size(); at = s.find('<', at)) {
+        const std::string_view rest = s.substr(at);
+        int values = 0;
+        if (rest.starts_with("<!--")) {
+            at = behind(s, "-->", at);
+        } else if (rest.starts_with("<![CDATA[")) {
+            at = behind(s, "]]>", at);
+        } else if (rest.starts_with("<?")) {
+            at = behind(s, "?>", at);
+        } else {
+            at = behindTag(s, at, values);
+        }
+        if (values > maxAttributes) {
+            return true;
+        }
+    }
+    return false;
 }
 
 Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Purpose purpose, bool huge,
@@ -96,6 +138,7 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Pur
     if (!parser) {
         return nullptr;
     }
+    watch.maxAttributeBytes = 2 * bytes.size() + maxAdded; // a character may take twice its bytes in UTF-8
     parser->_private = &watch;
     parser->sax->serror = [](void* data, xmlErrorPtr fault) { onFault(data, fault); };
     parser->sax->entityDecl = onEntity;
@@ -165,6 +208,10 @@ Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose
     reason.clear();
     if (bytes.size() > INT_MAX) {
         reason = "O documento é grande demais.";
+        return nullptr;
+    }
+    if (hasCrowdedTag(bytes)) {
+        reason = "Um elemento do documento tem atributos demais.";
         return nullptr;
     }
     // Texts of any size are welcome, but then the library watches over no entities; so a document that

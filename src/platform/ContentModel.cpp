@@ -3,7 +3,7 @@
 #include "platform/Error.h"
 
 #include <algorithm>
-#include <deque>
+#include <optional>
 #include <utility>
 
 namespace tv {
@@ -11,6 +11,8 @@ namespace tv {
 namespace {
 
 constexpr std::size_t maxPositions = 4096;
+/// From so many optional copies of a single name on, its children are counted.
+constexpr std::uint32_t countedFrom = 32;
 
 template<typename T>
 bool holds(const std::vector<T>& items, const T& item) {
@@ -24,6 +26,21 @@ void addOnce(std::vector<T>& items, const T& item) {
     }
 }
 
+// The name that an expression repeats, if it is nothing but one name.
+std::optional<ChildName> repeatedName(const ContentExpression& e) {
+    const ContentExpression* inner = &e;
+    while (inner->kind != ContentExpression::Kind::Name) {
+        if (inner->parts.size() != 1) {
+            return std::nullopt;
+        }
+        inner = inner->parts.data();
+        if (inner->minOccurs != 1 || inner->maxOccurs != 1) {
+            return std::nullopt;
+        }
+    }
+    return inner->name;
+}
+
 } // namespace
 
 // What a part of the expression begins and ends with.
@@ -35,7 +52,8 @@ struct ContentModel::Fragment {
 
 ContentModel::ContentModel(std::vector<std::string> names, const ContentExpression& expression)
     : names_(std::move(names))
-    , follow_(1) {
+    , follow_(1)
+    , limits_(1) {
     const Fragment whole = build(expression);
     follow_[0] = whole.first;
     final_.assign(follow_.size(), false);
@@ -56,6 +74,9 @@ ContentModel ContentModel::inAnyOrder(std::vector<std::string> names, std::vecto
 void ContentModel::link(const std::vector<State>& from, const std::vector<State>& to) {
     for (const State state : from) {
         for (const State next : to) {
+            if (state == next && holds(follow_[state], next)) {
+                limits_[state] = 0; // the counted run may be followed by another one
+            }
             addOnce(follow_[state], next);
         }
     }
@@ -86,6 +107,7 @@ ContentModel::Fragment ContentModel::buildOnce(const ContentExpression& e) {
         }
         positions_.push_back(e.name);
         follow_.emplace_back();
+        limits_.push_back(0);
         const auto state = static_cast<State>(positions_.size());
         result = Fragment{false, {state}, {state}};
         break;
@@ -126,9 +148,29 @@ ContentModel::Fragment ContentModel::buildRest(const ContentExpression& e, std::
     return result;
 }
 
+// The required copies but the last, and one copy that leads back to itself as often as the limit allows.
+ContentModel::Fragment ContentModel::buildCounted(const ContentExpression& e, ChildName name) {
+    ContentExpression one;
+    one.kind = ContentExpression::Kind::Name;
+    one.name = name;
+    Fragment result;
+    for (std::uint32_t i = 1; i < e.minOccurs; ++i) {
+        result = join(std::move(result), buildOnce(one));
+    }
+    Fragment loop = buildOnce(one);
+    link(loop.last, loop.first);
+    limits_[loop.last.front()] = e.maxOccurs;
+    loop.nullable = e.minOccurs == 0;
+    return join(std::move(result), loop);
+}
+
 ContentModel::Fragment ContentModel::build(const ContentExpression& e) {
     Fragment result;
     const bool endless = e.maxOccurs == ContentExpression::unbounded;
+    const std::optional<ChildName> name = repeatedName(e);
+    if (name && !endless && e.maxOccurs > e.minOccurs && e.maxOccurs - e.minOccurs >= countedFrom) {
+        return buildCounted(e, *name);
+    }
     // An endless part needs one copy that leads back to itself; it also serves as the last required one.
     const std::uint32_t plain = endless && e.minOccurs > 0 ? e.minOccurs - 1 : e.minOccurs;
     for (std::uint32_t i = 0; i < plain; ++i) {
@@ -190,162 +232,6 @@ std::vector<ChildName> ContentModel::required(State state) const {
         }
     }
     return result;
-}
-
-bool ContentWalk::childInAnyOrder(ChildName child) {
-    if (seen_.empty()) {
-        seen_.assign(model_->names_.size(), false);
-    }
-    if (child >= seen_.size() || seen_[child]) {
-        return false;
-    }
-    seen_[child] = true;
-    return true;
-}
-
-bool ContentWalk::child(ChildName child) {
-    if (model_->anyOrder_) {
-        return childInAnyOrder(child);
-    }
-    if (recovery_) {
-        return recover(child);
-    }
-    const ContentModel::State next = model_->step(state_, child);
-    if (next != ContentModel::none) {
-        state_ = next;
-        return true;
-    }
-    recovery_ = std::make_unique<Recovery>();
-    recovery_->ways.push_back(state_);
-    branch(child);
-    return false;
-}
-
-// True when the child goes on along one of the ways that are still open.
-bool ContentWalk::recover(ChildName child) {
-    std::vector<ContentModel::State> ways;
-    for (const ContentModel::State way : recovery_->ways) {
-        const ContentModel::State next = model_->step(way, child);
-        if (next != ContentModel::none) {
-            addOnce(ways, next);
-        }
-    }
-    if (ways.empty()) {
-        const auto late = std::find(recovery_->skipped.begin(), recovery_->skipped.end(), child);
-        if (late != recovery_->skipped.end()) {
-            recovery_->skipped.erase(late);
-            return true;
-        }
-        ways = overMisplaced(child);
-    }
-    if (!ways.empty()) {
-        recovery_->ways = std::move(ways);
-        return true;
-    }
-    branch(child);
-    return false;
-}
-
-// States that read the child behind nothing but children that were told as misplaced before their place.
-std::vector<ContentModel::State> ContentWalk::overMisplaced(ChildName child) const {
-    std::vector<ContentModel::State> found;
-    std::vector<ContentModel::State> open = recovery_->ways;
-    std::vector<ContentModel::State> seen = open;
-    while (!open.empty()) {
-        const ContentModel::State state = open.back();
-        open.pop_back();
-        for (const ContentModel::State next : model_->follow_[state]) {
-            if (model_->positions_[next - 1] == child) {
-                addOnce(found, next);
-            } else if (holds(recovery_->misplaced, model_->positions_[next - 1]) && !holds(seen, next)) {
-                seen.push_back(next);
-                open.push_back(next);
-            }
-        }
-    }
-    return found;
-}
-
-// A fault: opens the ways on which the children behind it could make sense.
-void ContentWalk::branch(ChildName child) {
-    Recovery& recovery = *recovery_;
-    const std::vector<ContentModel::State> before = recovery.ways; // the child is one too many: they stay
-    if (child == unknownChild) {
-        for (const ContentModel::State way : before) {
-            for (const ContentModel::State next : model_->follow_[way]) {
-                addOnce(recovery.ways, next); // it stands for the child that was due
-            }
-        }
-        return;
-    }
-    addOnce(recovery.misplaced, child);
-    // The children before it are missing: the nearest place ahead that reads it.
-    std::deque<ContentModel::State> open;
-    std::vector<bool> seen(model_->follow_.size(), false);
-    std::vector<ContentModel::State> parent(model_->follow_.size(), ContentModel::none);
-    for (const ContentModel::State way : before) {
-        open.push_back(way);
-        seen[way] = true;
-    }
-    while (!open.empty()) {
-        const ContentModel::State state = open.front();
-        open.pop_front();
-        for (const ContentModel::State next : model_->follow_[state]) {
-            if (model_->positions_[next - 1] == child) {
-                addOnce(recovery.ways, next);
-                for (ContentModel::State s = state; s != ContentModel::none && s != 0 && !holds(before, s);
-                     s = parent[s]) {
-                    addOnce(recovery.skipped, model_->positions_[s - 1]);
-                }
-                return;
-            }
-            if (!seen[next]) {
-                seen[next] = true;
-                parent[next] = state;
-                open.push_back(next);
-            }
-        }
-    }
-}
-
-bool ContentWalk::endsTooEarly() const {
-    return !missing().empty() || !expectedNow().empty();
-}
-
-std::vector<ChildName> ContentWalk::missing() const {
-    std::vector<ChildName> result;
-    if (model_->anyOrder_) {
-        for (ChildName name = 0; name < model_->names_.size(); ++name) {
-            if (model_->anyOrderRequired_[name] && (seen_.empty() || !seen_[name])) {
-                result.push_back(name);
-            }
-        }
-        return result;
-    }
-    if (!recovery_) {
-        return model_->isFinal(state_) ? result : model_->required(state_);
-    }
-    bool first = true;
-    for (const ContentModel::State way : recovery_->ways) {
-        if (model_->isFinal(way)) {
-            return {};
-        }
-        std::vector<ChildName> needed = model_->required(way);
-        std::erase_if(needed, [this](ChildName name) { return holds(recovery_->misplaced, name); });
-        if (first || needed.size() < result.size()) {
-            result = std::move(needed);
-            first = false;
-        }
-    }
-    return result;
-}
-
-std::vector<ChildName> ContentWalk::expectedNow() const {
-    // Behind a fault an open choice is not told: the fault stands for it.
-    if (model_->anyOrder_ || recovery_ || model_->isFinal(state_)) {
-        return {};
-    }
-    return model_->expected(state_);
 }
 
 } // namespace tv

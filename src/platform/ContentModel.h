@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -31,8 +32,9 @@ public:
     using State = std::uint32_t;
     static constexpr State none = 0xFFFFFFFFU;
 
-    /// `names` gives the children's names by their number. Throws Error 6 when the automaton would pass 4,096
-    /// positions (huge maxOccurs).
+    /// `names` gives the children's names by their number. A single name with a large maxOccurs is counted
+    /// instead of copied. Throws Error 6 when the automaton would still pass 4,096 positions (groups with a
+    /// huge maxOccurs).
     ContentModel(std::vector<std::string> names, const ContentExpression& expression);
     /// Children in any order, each at most once; `isRequired` goes by child name.
     static ContentModel inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired);
@@ -53,6 +55,7 @@ private:
     struct Fragment;
     Fragment build(const ContentExpression& e);
     Fragment buildOnce(const ContentExpression& e);
+    Fragment buildCounted(const ContentExpression& e, ChildName name);
     Fragment buildRest(const ContentExpression& e, std::uint32_t copies);
     Fragment join(Fragment a, const Fragment& b);
     void link(const std::vector<State>& from, const std::vector<State>& to);
@@ -61,6 +64,7 @@ private:
     std::vector<std::string> names_;
     std::vector<ChildName> positions_;       // name read at each position
     std::vector<std::vector<State>> follow_; // by state, in order of positions
+    std::vector<std::uint32_t> limits_;      // by state: most children of its name in a row; 0 for no limit
     std::vector<bool> final_;
     bool anyOrder_ = false;
     std::vector<bool> anyOrderRequired_;
@@ -69,16 +73,19 @@ private:
 /// One element's children on their way through its ContentModel, with recovery behind misplaced children.
 ///
 /// Recovery keeps the ways on which the children could still make sense: the misplaced child is one too many,
-/// or what stands before it is missing, or (for an unknown name) it stands for the child that was due. A
-/// child that fits any of them is no further fault, and neither is the other half of a swap that was told
-/// already.
+/// or what stands before it is missing, or what stands before it came too early, or (for an unknown name) it
+/// stands for the child that was due. A child that fits any of them is no further fault, and neither is the
+/// other half of a swap that was told already.
 class ContentWalk {
 public:
     explicit ContentWalk(const ContentModel& model) noexcept
         : model_(&model) {}
 
-    /// True when the child may stand here; false when it is a fault that has not been told yet.
-    bool child(ChildName child);
+    /// True when the child may stand here; false when it is a fault that has not been told yet. `alsoAs` are
+    /// the numbers of wildcards that take the child, too.
+    bool child(ChildName child, const std::vector<ChildName>& alsoAs = {});
+    /// True when a child was told as a fault.
+    bool hasFault() const noexcept { return recovery_ != nullptr; }
     /// Names of required children that are missing at the end and that no earlier fault explains.
     std::vector<ChildName> missing() const;
     /// True when the end comes too early, with the alternatives of `expectedNow` in the place of one missing
@@ -93,12 +100,22 @@ private:
         std::vector<ChildName> skipped;   // taken as missing; they may still come
     };
     bool childInAnyOrder(ChildName child);
+    bool advance(ChildName child);
     bool recover(ChildName child);
+    bool comesLate(ChildName child);
     void branch(ChildName child);
+    bool branchAhead(ChildName child, const std::vector<ContentModel::State>& before);
+    void branchBack(ChildName child);
+    bool isOpen(ContentModel::State from, ContentModel::State to) const;
+    ContentModel::State step(ContentModel::State from, ChildName child) const;
+    void count(ChildName child);
     std::vector<ContentModel::State> overMisplaced(ChildName child) const;
 
     const ContentModel* model_;
     ContentModel::State state_ = 0;
+    ChildName last_ = unknownChild; // the child taken last, and how many of it in a row
+    std::uint32_t run_ = 0;
+    std::bitset<256> read_;  // children taken so far; beyond its size all count as taken
     std::vector<bool> seen_; // of a model in any order
     std::unique_ptr<Recovery> recovery_;
 };

@@ -4,6 +4,8 @@
 #include <xercesc/validators/DTD/DocTypeHandler.hpp>
 
 #include <cstddef>
+#include <functional>
+#include <utility>
 
 namespace tv {
 
@@ -15,6 +17,8 @@ public:
 
     xercesc::SecurityManager& limits() noexcept { return limits_; }
     void reset() noexcept { declared_ = 0; }
+    /// What is called at the end of a DOCTYPE; with true when its closing ">" is still to be read.
+    void onDocTypeEnd(std::function<void(bool)> action) { docTypeEnd_ = std::move(action); }
     /// What a declaration throws that takes the entities beyond their bound.
     struct TooLarge {};
 
@@ -24,12 +28,20 @@ public:
                 bool /*ignoring*/) override {}
     void doctypeComment(const XMLCh* /*comment*/) override {}
     void doctypeDecl(const xercesc::DTDElementDecl& /*e*/, const XMLCh* /*publicId*/,
-                     const XMLCh* /*systemId*/, bool /*hasIntSubset*/, bool /*hasExtSubset*/) override {}
+                     const XMLCh* /*systemId*/, bool hasIntSubset, bool hasExtSubset) override {
+        if (!hasIntSubset && docTypeEnd_) {
+            docTypeEnd_(hasExtSubset);
+        }
+    }
     void doctypePI(const XMLCh* /*target*/, const XMLCh* /*data*/) override {}
     void doctypeWhitespace(const XMLCh* /*chars*/, XMLSize_t /*length*/) override {}
     void elementDecl(const xercesc::DTDElementDecl& /*e*/, bool /*isIgnored*/) override {}
     void endAttList(const xercesc::DTDElementDecl& /*e*/) override {}
-    void endIntSubset() override {}
+    void endIntSubset() override {
+        if (docTypeEnd_) {
+            docTypeEnd_(true);
+        }
+    }
     void endExtSubset() override {}
     void notationDecl(const xercesc::XMLNotationDecl& /*n*/, bool /*isIgnored*/) override {}
     void resetDocType() override {}
@@ -44,6 +56,7 @@ private:
 
     xercesc::SecurityManager limits_;
     std::size_t declared_ = 0;
+    std::function<void(bool)> docTypeEnd_;
 };
 
 } // namespace tv

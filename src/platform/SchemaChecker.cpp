@@ -1,6 +1,7 @@
 #include "platform/SchemaChecker.h"
 
 #include <xercesc/framework/XMLValidityCodes.hpp>
+#include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 namespace tv {
 
@@ -30,6 +31,7 @@ SchemaChecker::SchemaChecker(const Schema::Impl& schema, SchemaFaults& faults)
 void SchemaChecker::reset() {
     SchemaValidator::reset();
     open_.clear();
+    isUndeclared_ = false;
 }
 
 void SchemaChecker::setGrammar(Grammar* grammar) {
@@ -38,55 +40,82 @@ void SchemaChecker::setGrammar(Grammar* grammar) {
     }
 }
 
-bool SchemaChecker::isSilent(unsigned int number) const noexcept {
+bool SchemaChecker::isSilent(unsigned int number) noexcept {
     if (number == XMLValid::ElementNotDefined || number == XMLValid::GrammarNotFound) {
         // Told by checkChild at this very tag.
+        isUndeclared_ = true;
         return !open_.empty() || number == XMLValid::GrammarNotFound;
     }
-    return !open_.empty() && !open_.back().isKnown;
+    // A child in a simple value makes the library lose the value's type.
+    return number == XMLValid::NoDatatypeValidatorForSimpleType || (!open_.empty() && !open_.back().isKnown);
 }
 
 void SchemaChecker::checkChild(const XMLElementDecl& element) {
     Frame& parent = open_.back();
+    bool isAllowed = true;
     switch (parent.model->kind()) {
-    case TypeModel::Kind::Children:
-        if (!parent.walk.child(parent.model->numberOf(element))) {
-            faults_.unexpectedElement(element);
-        }
+    case TypeModel::Kind::Children: {
+        const TypeModel::ChildNumbers& numbers = parent.model->numbersOf(element);
+        // What a strict wildcard takes must be declared.
+        isAllowed = parent.walk.child(numbers.own, numbers.wildcards) && !isUndeclared_;
         break;
+    }
     case TypeModel::Kind::NoChildren:
-        faults_.unexpectedElement(element);
+        isAllowed = false;
         break;
     case TypeModel::Kind::Unchecked:
+        isAllowed = !isUndeclared_ || !parent.isKnown;
         break;
+    }
+    if (!isAllowed) {
+        faults_.unexpectedElement(element);
     }
 }
 
 void SchemaChecker::elementStarts(const XMLElementDecl& element, std::size_t openElements) {
     const bool wasPassedOver = openElements > 0 && open_.size() == openElements;
-    if (wasPassedOver && open_.back().model->kind() == TypeModel::Kind::NoChildren) {
-        faults_.unexpectedElement(element);
+    if (wasPassedOver) {
+        isUndeclared_ = false;
+        checkChild(element);
     }
 }
 
+void SchemaChecker::elementIsNil() {
+    if (!open_.empty() && open_.back().isNillable) {
+        static const TypeModel nothing = TypeModel::noChildren();
+        open_.back().model = &nothing;
+        open_.back().isNil = true;
+    }
+}
+
+bool SchemaChecker::refusesText(std::size_t openElements) const noexcept {
+    return open_.size() == openElements && !open_.empty() && open_.back().model->refusesText();
+}
+
 void SchemaChecker::validateElement(const XMLElementDecl* element) {
+    faults_.elementBegins();
     if (!open_.empty()) {
         checkChild(*element);
+        if (open_.back().isNil) {
+            resetNillable(); // the library would put the parent's xsi:nil to the child
+        }
     }
+    isUndeclared_ = false;
     if (element->getObjectType() != XMLElementDecl::Schema) {
         static const TypeModel anything = TypeModel::unchecked();
         open_.push_back({&anything, ContentWalk(emptyModel()), false, false});
         return;
     }
     SchemaValidator::validateElement(element);
-    const TypeModel& model =
-        schema_.modelOf(getCurrentTypeInfo(), static_cast<const SchemaElementDecl&>(*element));
+    const auto& declared = static_cast<const SchemaElementDecl&>(*element);
+    const TypeModel& model = schema_.modelOf(getCurrentTypeInfo(), declared);
     const bool hasWalk = model.kind() == TypeModel::Kind::Children;
-    open_.push_back(
-        {&model, ContentWalk(hasWalk ? model.children() : emptyModel()), element->isDeclared(), true});
+    open_.push_back({&model, ContentWalk(hasWalk ? model.children() : emptyModel()), element->isDeclared(),
+                     (declared.getMiscFlags() & SchemaSymbols::XSD_NILLABLE) != 0});
 }
 
-void SchemaChecker::tellMissing(const Frame& frame) {
+// True when something was told.
+bool SchemaChecker::tellMissing(const Frame& frame) {
     const ContentModel& model = frame.model->children();
     const std::vector<ChildName> missing = frame.walk.missing();
     if (!missing.empty()) {
@@ -94,12 +123,13 @@ void SchemaChecker::tellMissing(const Frame& frame) {
         faults_.missingChildren(
             (one ? "Falta o elemento obrigatório " : "Faltam os elementos obrigatórios ") +
             quotedList(model, missing) + ".");
-        return;
+        return true;
     }
     const std::vector<ChildName> expected = frame.walk.expectedNow();
     if (!expected.empty()) {
         faults_.missingChildren("Falta um destes elementos: " + quotedList(model, expected) + ".");
     }
+    return !expected.empty();
 }
 
 bool SchemaChecker::checkContent(XMLElementDecl* element, QName** children, XMLSize_t childCount,
@@ -109,13 +139,15 @@ bool SchemaChecker::checkContent(XMLElementDecl* element, QName** children, XMLS
     if (!open_.empty()) {
         const Frame frame = std::move(open_.back());
         open_.pop_back();
-        if (frame.model->kind() == TypeModel::Kind::Unchecked) {
-            result = !frame.ofSchema ||
-                     SchemaValidator::checkContent(element, children, childCount, indexFailingChild);
-        } else {
-            if (frame.model->kind() == TypeModel::Kind::Children) {
-                tellMissing(frame);
+        if (frame.model->kind() == TypeModel::Kind::Children) {
+            const bool wasTold = tellMissing(frame) || frame.walk.hasFault();
+            if (!frame.model->isExact() && !wasTold) {
+                result = SchemaValidator::checkContent(element, children, childCount, indexFailingChild);
+                faults_.elementEnded();
+                return result;
             }
+        }
+        if (element->getObjectType() == XMLElementDecl::Schema) {
             // The children have been checked; what is left are values and xsi:nil.
             XMLSize_t ignored = 0;
             SchemaValidator::checkContent(element, nullptr, 0, &ignored);

@@ -17,6 +17,8 @@ public:
     virtual void unexpectedElement(const xercesc::XMLElementDecl& element) = 0;
     /// Required children are missing at an element's end.
     virtual void missingChildren(const std::string& message) = 0;
+    /// The check of an element at its start tag begins; it is over with the library's own event.
+    virtual void elementBegins() = 0;
     /// The check of an element at its end begins, and is over.
     virtual void elementEnds() = 0;
     virtual void elementEnded() = 0;
@@ -30,11 +32,15 @@ public:
     SchemaChecker(const Schema::Impl& schema, SchemaFaults& faults);
 
     /// True for a fault of the library that is told otherwise, or that only follows from one told already.
-    bool isSilent(unsigned int number) const noexcept;
+    bool isSilent(unsigned int number) noexcept;
 
     /// Told of each start tag with the number of elements open before it: the library passes over children of
-    /// simple values without asking.
+    /// simple values, and over what a wildcard takes unchecked, without asking.
     void elementStarts(const xercesc::XMLElementDecl& element, std::size_t openElements);
+    /// The element whose start tag was told last bears xsi:nil: nothing may stand in it.
+    void elementIsNil();
+    /// True when text in the innermost of that many open elements can only be white space.
+    bool refusesText(std::size_t openElements) const noexcept;
 
     void validateElement(const xercesc::XMLElementDecl* element) override;
     bool checkContent(xercesc::XMLElementDecl* element, xercesc::QName** children, XMLSize_t childCount,
@@ -51,16 +57,18 @@ private:
     struct Frame {
         const TypeModel* model;
         ContentWalk walk;
-        bool isKnown;  ///< Declared in the schema.
-        bool ofSchema; ///< Known to the base class, too.
+        bool isKnown;    ///< Declared in the schema.
+        bool isNillable; ///< May bear xsi:nil.
+        bool isNil = false;
     };
     void checkChild(const xercesc::XMLElementDecl& element);
-    void tellMissing(const Frame& frame);
+    bool tellMissing(const Frame& frame);
 
     const Schema::Impl& schema_;
     SchemaFaults& faults_;
     std::vector<Frame> open_;
     bool isReading_ = false;
+    bool isUndeclared_ = false; ///< The library found no declaration for the element that is starting.
 };
 
 } // namespace tv

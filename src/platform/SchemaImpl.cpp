@@ -7,9 +7,36 @@
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/common/ContentSpecNode.hpp>
 
+#include <algorithm>
+
 namespace tv {
 
 using namespace xercesc; // NOLINT(google-build-using-namespace)
+
+namespace {
+
+/// The empty namespace's number in every string pool of the library.
+constexpr unsigned int noNamespace = 1;
+
+/// What a wildcard stands as in a message.
+constexpr const char* wildcardText = "(qualquer)";
+
+// The smallest expression that takes all that `e` takes, without large counts.
+ContentExpression withoutCounts(ContentExpression e) {
+    if (e.maxOccurs > 1) {
+        e.maxOccurs = ContentExpression::unbounded;
+    }
+    e.minOccurs = std::min(e.minOccurs, 1U);
+    std::transform(e.parts.begin(), e.parts.end(), e.parts.begin(), withoutCounts);
+    return e;
+}
+
+std::uint32_t maxOccursOf(const ContentSpecNode& node) {
+    return node.getMaxOccurs() < 0 ? ContentExpression::unbounded
+                                   : static_cast<std::uint32_t>(node.getMaxOccurs());
+}
+
+} // namespace
 
 /// Turns a type's schema particles into a content expression over numbered names.
 class TypeModelBuilder {
@@ -17,17 +44,20 @@ public:
     explicit TypeModelBuilder(TypeModel& model)
         : model_(model) {}
 
-    /// False when the particles hold what a list of names cannot say (wildcards).
+    /// False when the particles are of a kind that no schema of today has.
     bool build(const ContentSpecNode* root);
 
 private:
     std::optional<ContentExpression> expression(const ContentSpecNode& node);
-    std::optional<ContentExpression> leaf(const ContentSpecNode& node);
+    std::optional<ContentExpression> once(const ContentSpecNode& node);
+    ContentExpression leaf(const ContentSpecNode& node);
+    std::optional<ContentExpression> wildcard(const ContentSpecNode& node);
     std::optional<ContentExpression> group(const ContentSpecNode& node, ContentExpression::Kind kind);
     std::optional<ContentExpression> repeated(const ContentSpecNode& node, std::uint32_t min,
                                               std::uint32_t max);
     bool collectAll(const ContentSpecNode* node, bool optionalHere, std::vector<bool>& required);
     ChildName number(const QName& name);
+    ChildName number(TypeModel::Wildcard wildcard);
 
     TypeModel& model_;
     std::vector<std::string> texts_;
@@ -45,7 +75,20 @@ ChildName TypeModelBuilder::number(const QName& name) {
     return static_cast<ChildName>(model_.names_.size() - 1);
 }
 
-std::optional<ContentExpression> TypeModelBuilder::leaf(const ContentSpecNode& node) {
+ChildName TypeModelBuilder::number(TypeModel::Wildcard wildcard) {
+    for (const TypeModel::Wildcard& known : model_.wildcards_) {
+        if (known.takes == wildcard.takes && known.uri == wildcard.uri) {
+            return known.number;
+        }
+    }
+    wildcard.number = static_cast<ChildName>(model_.names_.size());
+    model_.wildcards_.push_back(wildcard);
+    model_.names_.push_back({std::u16string(), wildcard.uri});
+    texts_.emplace_back(wildcardText);
+    return wildcard.number;
+}
+
+ContentExpression TypeModelBuilder::leaf(const ContentSpecNode& node) {
     ContentExpression result;
     const QName* name = node.getElement();
     if (name == nullptr || name->getURI() == XMLContentModel::gEpsilonFakeId) {
@@ -53,6 +96,30 @@ std::optional<ContentExpression> TypeModelBuilder::leaf(const ContentSpecNode& n
     }
     result.kind = ContentExpression::Kind::Name;
     result.name = number(*name);
+    return result;
+}
+
+std::optional<ContentExpression> TypeModelBuilder::wildcard(const ContentSpecNode& node) {
+    // Whether what a wildcard takes is checked further (strict, lax, skip) is not a matter of order.
+    constexpr int processingBits = 0x30;
+    TypeModel::Wildcard one{TypeModel::Wildcard::Takes::Any, 0, 0};
+    switch (node.getType() & ~processingBits) {
+    case ContentSpecNode::Any:
+        break;
+    case ContentSpecNode::Any_Other:
+        one.takes = TypeModel::Wildcard::Takes::OtherNamespaces;
+        one.uri = node.getElement()->getURI();
+        break;
+    case ContentSpecNode::Any_NS:
+        one.takes = TypeModel::Wildcard::Takes::Namespace;
+        one.uri = node.getElement()->getURI();
+        break;
+    default:
+        return std::nullopt;
+    }
+    ContentExpression result;
+    result.kind = ContentExpression::Kind::Name;
+    result.name = number(one);
     return result;
 }
 
@@ -82,39 +149,39 @@ std::optional<ContentExpression> TypeModelBuilder::repeated(const ContentSpecNod
     return result;
 }
 
-std::optional<ContentExpression> TypeModelBuilder::expression(const ContentSpecNode& node) {
-    std::optional<ContentExpression> result;
+std::optional<ContentExpression> TypeModelBuilder::once(const ContentSpecNode& node) {
     switch (node.getType()) {
     case ContentSpecNode::Leaf:
-        result = leaf(node);
-        break;
+        return leaf(node);
     case ContentSpecNode::ZeroOrOne:
-        result = repeated(node, 0, 1);
-        break;
+        return repeated(node, 0, 1);
     case ContentSpecNode::ZeroOrMore:
-        result = repeated(node, 0, ContentExpression::unbounded);
-        break;
+        return repeated(node, 0, ContentExpression::unbounded);
     case ContentSpecNode::OneOrMore:
-        result = repeated(node, 1, ContentExpression::unbounded);
-        break;
+        return repeated(node, 1, ContentExpression::unbounded);
     case ContentSpecNode::Choice:
     case ContentSpecNode::ModelGroupChoice:
-        result = group(node, ContentExpression::Kind::Choice);
-        break;
+    case ContentSpecNode::Any_NS_Choice:
+        return group(node, ContentExpression::Kind::Choice);
     case ContentSpecNode::Sequence:
     case ContentSpecNode::ModelGroupSequence:
-        result = group(node, ContentExpression::Kind::Sequence);
-        break;
+        return group(node, ContentExpression::Kind::Sequence);
     default:
-        return std::nullopt;
+        return wildcard(node);
     }
+}
+
+std::optional<ContentExpression> TypeModelBuilder::expression(const ContentSpecNode& node) {
+    if (node.getType() == ContentSpecNode::Loop) {
+        return repeated(node, static_cast<std::uint32_t>(node.getMinOccurs()), maxOccursOf(node));
+    }
+    std::optional<ContentExpression> result = once(node);
     if (result && (node.getMinOccurs() != 1 || node.getMaxOccurs() != 1)) {
         ContentExpression outer;
         outer.kind = ContentExpression::Kind::Sequence;
         outer.parts.push_back(std::move(*result));
         outer.minOccurs = static_cast<std::uint32_t>(node.getMinOccurs());
-        outer.maxOccurs = node.getMaxOccurs() < 0 ? ContentExpression::unbounded
-                                                  : static_cast<std::uint32_t>(node.getMaxOccurs());
+        outer.maxOccurs = maxOccursOf(node);
         return outer;
     }
     return result;
@@ -161,7 +228,12 @@ bool TypeModelBuilder::build(const ContentSpecNode* root) {
     if (!whole) {
         return false;
     }
-    model_.children_ = std::make_unique<ContentModel>(texts_, *whole);
+    try {
+        model_.children_ = std::make_unique<ContentModel>(texts_, *whole);
+    } catch (const Error&) {
+        model_.children_ = std::make_unique<ContentModel>(texts_, withoutCounts(*whole));
+        model_.isExact_ = false;
+    }
     return true;
 }
 
@@ -173,30 +245,31 @@ TypeModel TypeModel::unchecked() {
     return TypeModel(Kind::Unchecked);
 }
 
-TypeModel TypeModel::ofType(const ComplexTypeInfo& type) {
-    switch (type.getContentType()) {
-    case SchemaElementDecl::Any:
+TypeModel TypeModel::ofType(ComplexTypeInfo& type) {
+    const int content = type.getContentType();
+    const bool elementsOnly = content == SchemaElementDecl::Children;
+    const bool isMixed =
+        content == SchemaElementDecl::Mixed_Simple || content == SchemaElementDecl::Mixed_Complex;
+    if (content == SchemaElementDecl::Any) {
         return unchecked();
-    case SchemaElementDecl::Mixed_Simple:
-    case SchemaElementDecl::Mixed_Complex:
-    case SchemaElementDecl::Children:
-        break;
-    default:
-        return noChildren();
     }
-    if (type.getContentSpec() == nullptr) {
+    if ((!elementsOnly && !isMixed) || type.getContentSpec() == nullptr) {
         return noChildren();
     }
     TypeModel model(Kind::Children);
     try {
         TypeModelBuilder builder(model);
-        if (builder.build(type.getContentSpec())) {
-            return model;
+        if (!builder.build(type.getContentSpec())) {
+            return unchecked();
         }
     } catch (const Error&) {
-        // Too large for an automaton of ours: the parser's own check serves.
+        return unchecked(); // too many different particles for any automaton of ours
     }
-    return unchecked();
+    if (elementsOnly) {
+        model.refusesText_ = true;
+        type.setContentType(SchemaElementDecl::Mixed_Complex);
+    }
+    return model;
 }
 
 ChildName TypeModel::findByName(const XMLElementDecl& child) const {
@@ -210,26 +283,50 @@ ChildName TypeModel::findByName(const XMLElementDecl& child) const {
     return unknownChild;
 }
 
-ChildName TypeModel::numberOf(const XMLElementDecl& child) const {
+bool TypeModel::takes(const Wildcard& wildcard, unsigned int uri) {
+    switch (wildcard.takes) {
+    case Wildcard::Takes::Namespace:
+        return uri == wildcard.uri;
+    case Wildcard::Takes::OtherNamespaces:
+        return uri != wildcard.uri && uri != noNamespace;
+    default:
+        return true;
+    }
+}
+
+TypeModel::ChildNumbers TypeModel::findNumbers(const XMLElementDecl& child) const {
+    ChildNumbers numbers;
+    for (const Wildcard& wildcard : wildcards_) {
+        if (takes(wildcard, child.getURI())) {
+            numbers.wildcards.push_back(wildcard.number);
+        }
+    }
+    if (!child.isDeclared()) {
+        return numbers;
+    }
+    numbers.own = findByName(child);
+    const auto* element = dynamic_cast<const SchemaElementDecl*>(&child);
+    while (numbers.own == unknownChild && element != nullptr) {
+        element = element->getSubstitutionGroupElem();
+        numbers.own = element == nullptr ? unknownChild : findByName(*element);
+    }
+    return numbers;
+}
+
+const TypeModel::ChildNumbers& TypeModel::numbersOf(const XMLElementDecl& child) const {
     // Elements that the parser made up for undeclared names live no longer than their document.
     if (!child.isDeclared()) {
-        return unknownChild;
+        undeclared_ = findNumbers(child);
+        return undeclared_;
     }
     const auto known = numbers_.find(&child);
     if (known != numbers_.end()) {
         return known->second;
     }
-    ChildName number = findByName(child);
-    const auto* element = dynamic_cast<const SchemaElementDecl*>(&child);
-    while (number == unknownChild && element != nullptr) {
-        element = element->getSubstitutionGroupElem();
-        number = element == nullptr ? unknownChild : findByName(*element);
-    }
-    numbers_.emplace(&child, number);
-    return number;
+    return numbers_.emplace(&child, findNumbers(child)).first->second;
 }
 
-const TypeModel& Schema::Impl::modelOf(const ComplexTypeInfo* type, const SchemaElementDecl& element) const {
+const TypeModel& Schema::Impl::modelOf(ComplexTypeInfo* type, const SchemaElementDecl& element) const {
     static const TypeModel simple = TypeModel::noChildren();
     static const TypeModel anything = TypeModel::unchecked();
     if (type == nullptr) {

@@ -20,33 +20,56 @@ namespace tv {
 /// What may stand inside an element of one type.
 class TypeModel {
 public:
-    /// Unchecked: anything goes, or the parser's own check has to do.
+    /// Unchecked: anything goes.
     enum class Kind { Children, NoChildren, Unchecked };
 
-    /// The model of a complex type, made from its schema particles.
-    static TypeModel ofType(const xercesc::ComplexTypeInfo& type);
+    /// A child's numbers in the type: its own name's, `unknownChild` where the type does not hold it, and
+    /// those of the wildcards that take it.
+    struct ChildNumbers {
+        ChildName own = unknownChild;
+        std::vector<ChildName> wildcards;
+    };
+
+    /// The model of a complex type, made from its schema particles. The check of stray text in a type of
+    /// elements only passes to the reader with it, which tells the text first: the library would drop it.
+    static TypeModel ofType(xercesc::ComplexTypeInfo& type);
     static TypeModel noChildren();
     static TypeModel unchecked();
 
     Kind kind() const noexcept { return kind_; }
     const ContentModel& children() const noexcept { return *children_; }
-    /// The child's number; `unknownChild` for an element that the type does not hold.
-    ChildName numberOf(const xercesc::XMLElementDecl& child) const;
+    /// Elements only: text is white space or a fault.
+    bool refusesText() const noexcept { return refusesText_; }
+    /// False for a model that takes more than the type does, because the type's own is too large for an
+    /// automaton: the parser's check has the last word then.
+    bool isExact() const noexcept { return isExact_; }
+    const ChildNumbers& numbersOf(const xercesc::XMLElementDecl& child) const;
 
 private:
     explicit TypeModel(Kind kind)
         : kind_(kind) {}
     ChildName findByName(const xercesc::XMLElementDecl& child) const;
+    ChildNumbers findNumbers(const xercesc::XMLElementDecl& child) const;
 
     struct Name {
         std::u16string local;
         unsigned int uri;
     };
+    struct Wildcard {
+        enum class Takes { Any, Namespace, OtherNamespaces } takes;
+        unsigned int uri;
+        ChildName number;
+    };
+    static bool takes(const Wildcard& wildcard, unsigned int uri);
     friend class TypeModelBuilder;
     Kind kind_;
+    bool refusesText_ = false;
+    bool isExact_ = true;
     std::unique_ptr<ContentModel> children_;
-    std::vector<Name> names_;
-    mutable std::unordered_map<const xercesc::XMLElementDecl*, ChildName> numbers_;
+    std::vector<Name> names_; // by number; a wildcard's has an empty local part
+    std::vector<Wildcard> wildcards_;
+    mutable std::unordered_map<const xercesc::XMLElementDecl*, ChildNumbers> numbers_;
+    mutable ChildNumbers undeclared_;
 };
 
 /// The compiled schema. What is made on first use (models, names) is not shared between threads: each thread
@@ -57,8 +80,7 @@ struct Schema::Impl {
     mutable std::unordered_map<const xercesc::ComplexTypeInfo*, TypeModel> models;
     mutable std::unordered_map<const xercesc::XMLElementDecl*, std::string> names;
 
-    const TypeModel& modelOf(const xercesc::ComplexTypeInfo* type,
-                             const xercesc::SchemaElementDecl& element) const;
+    const TypeModel& modelOf(xercesc::ComplexTypeInfo* type, const xercesc::SchemaElementDecl& element) const;
     /// Local name of a declared element in UTF-8.
     const std::string& nameOf(const xercesc::XMLElementDecl& element) const;
 };

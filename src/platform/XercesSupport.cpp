@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "platform/text.h"
 
+#include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/framework/XMLValidityCodes.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -97,11 +98,21 @@ std::vector<std::string> quotedPieces(const std::string& message) {
 // order.
 const std::unordered_map<unsigned int, std::string_view>& validityMessages() {
     static const std::unordered_map<unsigned int, std::string_view> messages{
+        {XMLValid::ElementNotDefined, "O elemento '{0}' não é permitido aqui."},
+        {XMLValid::ElementNotValidForContent, "O elemento '{0}' não é permitido aqui."},
+        {XMLValid::NotEnoughElemsForCM, "Faltam elementos obrigatórios."},
         {XMLValid::AttNotDefined, "O atributo '{0}' não está declarado no esquema."},
         {XMLValid::NotationNotDeclared, "A notação '{0}' é usada mas não está declarada."},
         {XMLValid::RootElemNotLikeDocType, "O elemento raiz é diferente do que foi declarado em DOCTYPE."},
         {XMLValid::RequiredAttrNotProvided, "Falta o atributo obrigatório '{0}'."},
         {XMLValid::InvalidEmptyAttValue, "O atributo não pode estar vazio."},
+        {XMLValid::ElementAlreadyExists, "O elemento '{0}' foi declarado mais de uma vez em DOCTYPE."},
+        {XMLValid::MultipleIdAttrs, "O elemento '{0}' tem mais de um atributo identificador."},
+        {XMLValid::UnknownEntityRefAttr, "O atributo '{0}' cita uma entidade desconhecida."},
+        {XMLValid::BadEntityRefAttr, "O atributo '{0}' cita uma entidade que não pode ser usada ali."},
+        {XMLValid::VC_EntityNotFound, "A entidade '{0}' não está declarada no arquivo."},
+        {XMLValid::VC_IllegalRefInStandalone,
+         "A entidade '{0}' vem de fora de um arquivo que se declara independente."},
         {XMLValid::ReusedIDValue, "O identificador '{0}' já foi usado."},
         {XMLValid::IDNotDeclared, "O identificador '{0}' é citado mas não existe no arquivo."},
         {XMLValid::EmptyNotValidForContent, "O elemento está vazio, mas precisa de conteúdo."},
@@ -127,14 +138,31 @@ const std::unordered_map<unsigned int, std::string_view>& validityMessages() {
         {XMLValid::BadXsiType, "O tipo '{0}' indicado em 'xsi:type' não existe no esquema."},
         {XMLValid::NonDerivedXsiType, "O tipo '{0}' indicado em 'xsi:type' não deriva do tipo do elemento."},
         {XMLValid::ElemNoSubforBlock, "O elemento '{0}' não permite substituição."},
+        {XMLValid::TypeNoSubforBlock, "O tipo indicado em 'xsi:type' não pode substituir o do elemento."},
         {XMLValid::AttributeNotQualified, "O atributo '{0}' deve pertencer ao espaço de nomes do esquema."},
         {XMLValid::AttributeNotUnQualified, "O atributo '{0}' não deve pertencer a um espaço de nomes."},
         {XMLValid::IC_FieldMultipleMatch, "O campo da chave tem mais de um valor no mesmo registro."},
         {XMLValid::IC_AbsentKeyValue, "O elemento '{0}' não tem valor para a sua chave."},
         {XMLValid::IC_KeyNotEnoughValues, "O elemento '{0}' não tem todos os valores da chave '{1}'."},
+        {XMLValid::IC_KeyMatchesNillable, "A chave do elemento '{0}' é um campo que pode ser nulo."},
+        {XMLValid::IC_KeyRefOutOfScope, "O elemento '{0}' cita uma chave fora do seu alcance."},
         {XMLValid::IC_DuplicateUnique, "O elemento '{0}' repete um valor que deve ser único."},
         {XMLValid::IC_DuplicateKey, "O elemento '{0}' repete um valor de chave."},
         {XMLValid::IC_KeyNotFound, "O elemento '{0}' cita uma chave que não existe no arquivo."},
+    };
+    return messages;
+}
+
+// The same for the other faults of a document that do not end the parse.
+const std::unordered_map<unsigned int, std::string_view>& documentMessages() {
+    static const std::unordered_map<unsigned int, std::string_view> messages{
+        {XMLErrs::NotationAlreadyExists, "A notação '{0}' foi declarada mais de uma vez."},
+        {XMLErrs::AttListAlreadyExists,
+         "O atributo '{0}' foi declarado mais de uma vez para o elemento '{1}'."},
+        {XMLErrs::ContradictoryEncoding,
+         "A codificação '{0}' declarada no arquivo não é a que ele usa; a declaração foi ignorada."},
+        {XMLErrs::UndeclaredElemInAttList,
+         "O elemento '{0}' tem atributos declarados, mas não foi declarado."},
     };
     return messages;
 }
@@ -162,11 +190,10 @@ std::int32_t faultCode(unsigned int number, const XMLCh* domain, XMLErrorReporte
 
 std::string faultMessage(unsigned int number, const XMLCh* domain, const XMLCh* text) {
     std::string message = toUtf8(text);
-    if (!isValidityDomain(domain)) {
-        return message;
-    }
-    const auto found = validityMessages().find(number);
-    if (found == validityMessages().end()) {
+    const auto& messages = isValidityDomain(domain) ? validityMessages() : documentMessages();
+    const bool isKnown = isValidityDomain(domain) || XMLString::equals(domain, XMLUni::fgXMLErrDomain);
+    const auto found = messages.find(number);
+    if (!isKnown || found == messages.end()) {
         return message;
     }
     std::string translated(found->second);
@@ -224,6 +251,10 @@ bool FileSource::open(XmlFault& fault) {
     }
     if (std::filesystem::is_directory(status)) {
         return refuse(xmlcode::fileNotReadable, "é uma pasta.");
+    }
+    if (!std::filesystem::is_regular_file(status)) {
+        // A pipe would have the parse wait for whoever writes into it.
+        return refuse(xmlcode::fileNotReadable, "não é um arquivo comum.");
     }
     stream_.reset(std::fopen(file_.c_str(), "rb"));
     if (!stream_) {

@@ -3,6 +3,7 @@
 #include "platform/EntityGuard.h"
 #include "platform/SchemaChecker.h"
 #include "platform/SchemaImpl.h"
+#include "platform/Utf8Fault.h"
 #include "platform/XercesSupport.h"
 
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -12,15 +13,34 @@
 #include <xercesc/framework/XMLValidityCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/internal/XMLScannerResolver.hpp>
+#include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/common/GrammarResolver.hpp>
+#include <xercesc/validators/schema/SchemaSymbols.hpp>
 
+#include <utility>
 #include <vector>
 
 namespace tv {
 
 using namespace xercesc; // NOLINT(google-build-using-namespace)
+
+namespace {
+
+/// Elements may be nested so deep; the library's cost grows with the square of the depth.
+constexpr std::size_t maxDepth = 1000;
+struct TooDeep {};
+
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+std::int32_t validityCode(unsigned int number) {
+    return static_cast<std::int32_t>(0xC00CE000U | number);
+}
+
+} // namespace
 
 // One parse: turns the scanner's events and errors into those of XmlHandler, with places as people count
 // them.
@@ -37,6 +57,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         scanner->setDocHandler(this);
         scanner->setErrorReporter(this);
         scanner->setEntityHandler(this);
+        guard.onDocTypeEnd([this](bool isBracketDue) { docTypeEnds(isBracketDue); });
         scanner->setDocTypeHandler(&guard);
         scanner->setSecurityManager(&guard.limits());
         scanner->setDoNamespaces(true);
@@ -54,8 +75,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         scanner->setValidator(checker.get());
     }
 
-    void parse(const std::filesystem::path& file, XmlHandler& to) {
+    void parse(const std::filesystem::path& path, XmlHandler& to) {
         handler = &to;
+        file = path;
         checker->setReading(false);
         handler->documentLocator(*this);
         xerces::FileSource source(file);
@@ -68,6 +90,8 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
             scanner->scanDocument(source);
         } catch (const EntityGuard::TooLarge&) {
             tellFatal("As entidades declaradas no arquivo são grandes demais.", eventEnd);
+        } catch (const TooDeep&) {
+            tellFatal("Os elementos do arquivo têm níveis demais.", eventEnd);
         } catch (const XMLException& failure) {
             tellFatal(xerces::toUtf8(failure.getMessage()), here());
         }
@@ -104,14 +128,33 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
             // The two buffers take turns, so that the handler may raise faults while it reads its text.
             told.swap(pending);
             pending.clear();
-            handler->characters(told);
+            if (!isStrayText) {
+                handler->characters(told);
+            } else if (!isBlank(told)) {
+                handler->characters(told);
+                handler->error({validityCode(XMLValid::NoCharDataInCM),
+                                "Há texto onde só são permitidos elementos.", eventEnd});
+            }
+        }
+        tell(textFaults);
+    }
+
+    void tell(std::vector<XmlFault>& later) {
+        for (const XmlFault& fault : std::exchange(later, {})) {
+            handler->error(fault);
         }
     }
 
     void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool /*cdata*/) override {
+        if (pending.empty()) {
+            isStrayText = checker->refusesText(openElements);
+        }
         xerces::appendUtf8(pending, chars, length);
-        textEnd = eventEnd = here();
-        hasText = true;
+        eventEnd = here();
+        if (!isStrayText) {
+            textEnd = eventEnd;
+            hasText = true;
+        }
     }
 
     void ignorableWhitespace(const XMLCh* const /*chars*/, const XMLSize_t /*length*/,
@@ -127,16 +170,43 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         return undeclaredName;
     }
 
-    void startElement(const XMLElementDecl& element, const unsigned int /*uri*/,
-                      const XMLCh* const /*prefix*/, const RefVectorOf<XMLAttr>& /*attributes*/,
-                      const XMLSize_t /*count*/, const bool /*isEmpty*/, const bool /*isRoot*/) override {
+    void elementBegins() override {
         flushText();
+        isInStartTag = true;
+    }
+
+    // xsi:nil is told by the attribute itself: the library keeps what it read of it to itself.
+    bool bearsNil(const RefVectorOf<XMLAttr>& attributes, XMLSize_t count) {
+        for (XMLSize_t i = 0; i < count; ++i) {
+            const XMLAttr& attribute = *attributes.elementAt(i);
+            if (XMLString::equals(attribute.getName(), SchemaSymbols::fgATT_NILL) &&
+                XMLString::equals(resolver.getStringPool()->getValueForId(attribute.getURIId()),
+                                  SchemaSymbols::fgURI_XSI)) {
+                const std::string value = xerces::toUtf8(attribute.getValue());
+                return value == "true" || value == "1";
+            }
+        }
+        return false;
+    }
+
+    void startElement(const XMLElementDecl& element, const unsigned int /*uri*/,
+                      const XMLCh* const /*prefix*/, const RefVectorOf<XMLAttr>& attributes,
+                      const XMLSize_t count, const bool /*isEmpty*/, const bool /*isRoot*/) override {
+        flushText();
+        isInStartTag = false;
         checker->elementStarts(element, openElements++);
+        if (bearsNil(attributes, count)) {
+            checker->elementIsNil();
+        }
         tagStart = eventEnd;
         eventEnd = here();
+        if (openElements > maxDepth) {
+            throw TooDeep{};
+        }
         hasText = false;
         justOpened = true;
         handler->startElement(nameOf(element));
+        tell(tagFaults);
     }
 
     void endElement(const XMLElementDecl& element, const unsigned int /*uri*/, const bool /*isRoot*/,
@@ -158,6 +228,11 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         ending = true;
     }
     void elementEnded() override { ending = false; }
+
+    void docTypeEnds(bool isBracketDue) {
+        eventEnd = here();
+        eventEnd.column += isBracketDue ? 1 : 0;
+    }
 
     void docComment(const XMLCh* const /*comment*/) override { otherMarkup(); }
     void docPI(const XMLCh* const /*target*/, const XMLCh* const /*data*/) override { otherMarkup(); }
@@ -181,6 +256,13 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     }
     void resetDocument() override {
         pending.clear();
+        textFaults.clear();
+        tagFaults.clear();
+        isInStartTag = false;
+        hasText = false;
+        justOpened = false;
+        inEmptyTag = false;
+        ending = false;
         eventEnd = {1, 1};
         ended = false;
         openElements = 0;
@@ -195,8 +277,18 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         if (!ended) {
             ended = true;
             flushText();
+            tell(tagFaults);
             handler->fatalError({xmlcode::notWellFormed, std::move(message), position});
         }
+    }
+
+    // The library decodes far ahead of where it reads: the place of a byte that is no text must be looked up.
+    XmlPosition badByte(const XmlPosition& scanned) const {
+        const XMLCh* encoding = scanner->getReaderMgr()->getCurrentEncodingStr();
+        if (encoding == nullptr || !XMLString::equals(encoding, XMLUni::fgUTF8EncodingString)) {
+            return scanned;
+        }
+        return firstInvalidUtf8(file).value_or(scanned);
     }
 
     void unexpectedElement(const XMLElementDecl& element) override {
@@ -206,8 +298,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     }
 
     void missingChildren(const std::string& message) override {
-        handler->error(
-            {static_cast<std::int32_t>(0xC00CE000U | XMLValid::NotEnoughElemsForCM), message, valueEnd()});
+        handler->error({validityCode(XMLValid::NotEnoughElemsForCM), message, valueEnd()});
     }
 
     // Where a fault of the schema's check stands: behind the value at an element's end, otherwise at the tag.
@@ -225,21 +316,23 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         if (ended) {
             return;
         }
-        flushText();
         const XmlPosition scanned{static_cast<std::int32_t>(line), static_cast<std::int32_t>(column)};
         if (type == ErrType_Fatal) {
-            tellFatal(xerces::toUtf8(text), scanned);
+            const bool ofBytes = XMLString::equals(domain, XMLUni::fgExceptDomain);
+            tellFatal(xerces::toUtf8(text), ofBytes ? badByte(scanned) : scanned);
             return;
         }
         const bool ofSchema = !XMLString::equals(domain, XMLUni::fgXMLErrDomain);
         if (ofSchema && checker->isSilent(number)) {
             return;
         }
-        const XmlFault fault{xerces::faultCode(number, domain, type),
-                             xerces::faultMessage(number, domain, text),
-                             ofSchema ? faultPosition(number) : scanned};
+        flushText();
+        XmlFault fault{xerces::faultCode(number, domain, type), xerces::faultMessage(number, domain, text),
+                       ofSchema ? faultPosition(number) : scanned};
         if (type == ErrType_Warning) {
             handler->ignorableWarning(fault);
+        } else if (isInStartTag) {
+            tagFaults.push_back(std::move(fault)); // they are the element's, which has not been told yet
         } else {
             handler->error(fault);
         }
@@ -252,7 +345,13 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     void endInputSource(const InputSource& /*source*/) override {}
     bool expandSystemId(const XMLCh* const /*systemId*/, XMLBuffer& /*toFill*/) override { return false; }
     void resetEntities() override {}
-    InputSource* resolveEntity(XMLResourceIdentifier* /*resource*/) override {
+    InputSource* resolveEntity(XMLResourceIdentifier* resource) override {
+        if (openElements > 0) {
+            // The text that the document means is not there: that must not pass for a valid file.
+            textFaults.push_back(
+                {validityCode(XMLValid::VC_EntityNotFound),
+                 "A entidade externa '" + xerces::toUtf8(resource->getSystemId()) + "' não é lida.", here()});
+        }
         static const XMLByte nothing = 0;
         return new MemBufInputSource(&nothing, 0, "");
     }
@@ -264,16 +363,21 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     std::unique_ptr<SchemaChecker> checker;
     std::unique_ptr<XMLScanner> scanner;
     XmlHandler* handler = nullptr;
+    std::filesystem::path file;
 
-    std::string pending; // text of the run that has not been told yet
-    std::string told;    // the run that is being told
+    std::vector<XmlFault> textFaults; // told behind the text that is being read
+    std::vector<XmlFault> tagFaults;  // told behind the start tag that is being read
+    std::string pending;              // text of the run that has not been told yet
+    std::string told;                 // the run that is being told
     std::string undeclaredName;
     XmlPosition eventEnd{1, 1}; // where the last event ended
     XmlPosition textEnd;        // where the element's last text ended
     XmlPosition tagStart;       // "<" of the start tag told last
     std::size_t openElements = 0;
-    bool hasText = false;    // text came since the last tag
-    bool justOpened = false; // the last tag was a start tag
+    bool isStrayText = false;  // the pending text stands where only elements may
+    bool isInStartTag = false; // a start tag is being checked
+    bool hasText = false;      // text came since the last tag
+    bool justOpened = false;   // the last tag was a start tag
     bool inEmptyTag = false;
     bool ending = false; // an element's content is being checked at its end
     bool ended = false;

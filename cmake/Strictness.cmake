@@ -12,6 +12,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 option(TV_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 if(TV_SANITIZE)
     target_compile_options(tv_strictness INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                                   -fno-omit-frame-pointer)
+                                                   -fno-omit-frame-pointer
+                                                   -Wno-maybe-uninitialized) # GCC: unreliable with sanitizers
     target_link_options(tv_strictness INTERFACE -fsanitize=address,undefined)
 endif()

@@ -139,7 +139,7 @@ std::vector<std::string_view> steps(std::string_view name) {
 
 /// `folder`/`name`, or the entry of that folder that differs in case only. Of several, the first by name.
 fs::path entryNoCase(const fs::path& folder, std::string_view name) {
-    const fs::path exact = folder / fromPortable(name);
+    fs::path exact = folder / fromPortable(name);
     if (files::exists(exact)) {
         return exact;
     }
@@ -300,8 +300,7 @@ fs::path createTemporary(const fs::path& folder, std::string_view prefix) {
     for (unsigned tries = 0; tries < names; ++tries) {
         std::array<char, 5> number{};
         static_cast<void>(std::snprintf(number.data(), number.size(), "%04X", next++ % names));
-        const fs::path path =
-            folder / fromPortable(std::string(text::left(prefix, 3)) + number.data() + ".TMP");
+        fs::path path = folder / fromPortable(std::string(text::left(prefix, 3)) + number.data() + ".TMP");
         if (const File file = open(path, "wbx")) {
             return path;
         }

@@ -57,7 +57,8 @@ void keep(const std::string& message) {
 }
 
 // The processor hands its messages over in the manner of printf.
-void onMessage(void* /*data*/, const char* format, ...) { // NOLINT(cert-dcl50-cpp)
+// NOLINTNEXTLINE(cert-dcl50-cpp)
+[[gnu::format(printf, 2, 3)]] void onMessage(void* /*data*/, const char* format, ...) {
     std::array<char, 4096> text{};
     va_list arguments;
     va_start(arguments, format);

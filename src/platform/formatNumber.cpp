@@ -29,7 +29,7 @@ public:
         Decimal digits;
         int exponent = 0;
     };
-    Shown show(Decimal number) const {
+    Shown show(const Decimal& number) const {
         Shown shown{number, 0};
         shown.digits.scale(scale_);
         if (hasExponent_ && !shown.digits.isZero()) {

@@ -108,14 +108,14 @@ class Sample:
         return f"\t<fundo>\r\n{header}{rows}\t</fundo>\r\n"
 
     def write(self, path, size, block_size=4_000_000, first=1):
-        """Writes a document of about `size` bytes made of blocks of at most about `block_size`."""
+        """Writes a document of about `size` bytes in blocks of at most about `block_size`, or in one block (None)."""
         with open(path, "w", encoding="iso-8859-1", newline="") as out:
             out.write(f'<?xml version="1.0" encoding="ISO-8859-1"?>\r\n<{self.root}>\r\n')
             written, number = 0, first
             while written < size:
-                block = self.block(number, min(block_size, size - written))
+                block = self.block(number, min(block_size or size, size - written))
                 out.write(block)
-                written += len(block)
+                written += size if block_size is None else len(block)
                 number += 1
             out.write(f"</{self.root}>\r\n")
 

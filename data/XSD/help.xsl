@@ -226,7 +226,8 @@
 				<div><dt>Tramador</dt><dd><xsl:call-template name="simNao"><xsl:with-param name="sim" select="normalize-space(translate(@tramador, $minusculas, $maiusculas)) = 'SIM'"/></xsl:call-template></dd></div>
 				<div><dt>Validador</dt><dd><xsl:call-template name="arquivo"><xsl:with-param name="nome" select="@validador"/></xsl:call-template></dd></div>
 				<div><dt>Regras entre campos</dt><dd><xsl:call-template name="arquivo"><xsl:with-param name="nome" select="@formula"/></xsl:call-template></dd></div>
-				<div><dt>Tamanho</dt><dd><xsl:value-of select="concat(count(descendant::SECAO), ' seções, ', count(descendant::CAMPO), ' campos')"/></dd></div>
+				<div><dt>Seções</dt><dd><xsl:value-of select="count(descendant::SECAO)"/></dd></div>
+				<div><dt>Campos</dt><dd><xsl:value-of select="count(descendant::CAMPO)"/></dd></div>
 			</dl>
 			<xsl:choose>
 				<xsl:when test="SECAO"><xsl:call-template name="forma"><xsl:with-param name="ancora" select="$ancora"/></xsl:call-template></xsl:when>
@@ -311,7 +312,7 @@
 				<xsl:if test="$caminho != ''"><span class="caminho"><xsl:value-of select="$caminho"/></span></xsl:if>
 				<xsl:value-of select="$nome"/>
 			</xsl:element>
-			<p class="voltar"><a href="#{$layout}">Voltar ao layout</a> <a href="#indice">Voltar ao índice</a></p>
+			<p class="voltar"><a href="#{$layout}">Voltar ao layout</a><xsl:text> </xsl:text><a href="#indice">Voltar ao índice</a></p>
 			<ul class="dados">
 				<xsl:if test="normalize-space(translate(@secaoMestre, $minusculas, $maiusculas)) = 'SIM'"><li><span class="marca mestre">seção mestre</span></li></xsl:if>
 				<li>Elemento <xsl:call-template name="elemento"><xsl:with-param name="tag" select="@tag"/></xsl:call-template></li>
@@ -322,7 +323,7 @@
 			</ul>
 			<xsl:choose>
 				<xsl:when test="CAMPO"><xsl:call-template name="campos"><xsl:with-param name="ancora" select="$ancora"/></xsl:call-template></xsl:when>
-				<xsl:when test="SECAO"><p class="nota">Não tem campos próprios: reúne as <xsl:value-of select="count(SECAO)"/> seções a seguir.</p></xsl:when>
+				<xsl:when test="SECAO"><p class="nota">Não tem campos próprios: reúne as seções a seguir (<xsl:value-of select="count(SECAO)"/>).</p></xsl:when>
 				<xsl:otherwise><p class="nota">Esta seção não tem campos.</p></xsl:otherwise>
 			</xsl:choose>
 			<xsl:apply-templates select="SECAO" mode="parte">

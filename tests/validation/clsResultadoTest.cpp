@@ -370,6 +370,12 @@ TEST(ResultadoTest, LaterPlaceholdersInATextAreReplacedAndEarlierOnesStay) {
     EXPECT_EQ(attribute(xml, "linha"), "3");
 }
 
+TEST(ResultadoTest, KeyTextComesLastSoThatItsPlaceholdersStay) {
+    const std::string xml = at(comGrupos(), "posicao.fundo.titulo.cod", "v", "@atrib @valor").getXML();
+    EXPECT_EQ(attribute(xml, "fundo"), "@atrib @valor");
+    EXPECT_EQ(attribute(xml, "atributo"), "fundo");
+}
+
 TEST(ResultadoTest, PlaceholdersCompareWithCase) {
     clsResultado resultado = at(comGrupos(), "posicao.fundo.titulo.cod");
     resultado.setError(5, "@Valor", "@FUNDO");

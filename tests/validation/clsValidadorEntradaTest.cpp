@@ -92,13 +92,13 @@ struct BrokenFile {
 };
 
 std::vector<BrokenFile> brokenFiles() {
+    using namespace std::string_literals; // NOLINT(google-build-using-namespace)
     const std::string document = valid;
     return {{"empty", ""},
             {"blanks", "   \n\n  "},
             {"text", "isto não é XML"},
-            {"JPEG",
-             std::string("\xFF\xD8\xFF\xE0\x00\x10JFIF\x00\x01\x01\x00\x00\x48\x00\x48\x00\x00\xFF\xDB", 25)},
-            {"zip", std::string("PK\x03\x04\x14\x00\x06\x00", 8)},
+            {"JPEG", "\xFF\xD8\xFF\xE0\x00\x10JFIF\x00\x01\x01\x00\x00\x48\x00\x48\x00\x00\xFF\xDB"s},
+            {"zip", "PK\x03\x04\x14\x00\x06\x00"s},
             {"NUL bytes", std::string(1'000, '\0')},
             {"truncated", document.substr(0, document.size() / 2)},
             {"truncated in a tag", document.substr(0, document.find("<dt>") + 2)},
@@ -109,7 +109,7 @@ std::vector<BrokenFile> brokenFiles() {
             {"unknown encoding", "<?xml version=\"1.0\" encoding=\"x-nada\"?><posicao/>"},
             {"unknown entity", "<posicao>&nada;</posicao>"},
             {"character that is none", "<posicao>&#1;</posicao>"},
-            {"half of UTF-16", std::string("\xFF\xFE<\0p\0o", 7)},
+            {"half of UTF-16", "\xFF\xFE<\0p\0o"s},
             {"undeclared prefix", "<x:posicao/>"}};
 }
 

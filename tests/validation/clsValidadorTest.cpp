@@ -278,6 +278,15 @@ TEST_F(ValidadorTest, CommitmentLeavesTheWalkInItsSection) {
                "80040002 " + placeBehind(document, "XXX") + " posicao.fundo.titulo.cod [XXX]"}));
 }
 
+TEST_F(ValidadorTest, EveryEndOfAnElementEmptiesTheTextReadSoFar) {
+    // The end of the misplaced commitment pops nothing, but what stood before it is forgotten.
+    const std::string document = posicao(fundo(header("111") + titulo("XX<compromisso/>LFT")));
+    EXPECT_FALSE(check(document));
+    EXPECT_EQ(codes(found()), Lines{"80004005"});
+    EXPECT_FALSE(check(posicao(fundo(header("111") + titulo("LFT<compromisso/>XX")))));
+    EXPECT_EQ(codes(found()), (Lines{"80004005", "80040002"}));
+}
+
 TEST_F(ValidadorTest, FirstElementIsTheRootWhateverItsName) {
     EXPECT_FALSE(check("<outra>" + fundo(header("111", "20240231")) + "</outra>"));
     ASSERT_EQ(found().size(), 2U);

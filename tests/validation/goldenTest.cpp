@@ -17,7 +17,7 @@
 ///
 /// esperado.txt has one line a finding, in their order, and none for a valid document:
 ///   kind code line:column path value | title | description
-/// with "-" for an empty path or value.
+/// with "-" for an empty path or value, and "\n" and "\t" for the line ends and tabs of a value.
 namespace tv {
 namespace {
 
@@ -48,8 +48,11 @@ std::shared_ptr<const clsBoleto> shippedLayout() {
     return layout;
 }
 
+std::string shown(const std::string& text) {
+    return text.empty() ? "-" : text::replaceAll(text::replaceAll(text, "\n", "\\n"), "\t", "\\t");
+}
+
 std::string lineOf(const clsResultado& r) {
-    const auto shown = [](const std::string& text) { return text.empty() ? std::string("-") : text; };
     return std::string(r.nomeTipo()) + " " + r.ErrorCode() + " " + std::to_string(r.linha()) + ":" +
            std::to_string(r.coluna()) + " " + shown(r.TAGpath()) + " " + shown(r.TAGvalue()) + " | " +
            r.Titulo() + " | " + r.Descricao() + "\n";

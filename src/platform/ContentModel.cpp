@@ -63,11 +63,13 @@ ContentModel::ContentModel(std::vector<std::string> names, const ContentExpressi
     }
 }
 
-ContentModel ContentModel::inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired) {
+ContentModel ContentModel::inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired,
+                                      bool mayBeEmpty) {
     ContentModel model;
     model.names_ = std::move(names);
     model.anyOrder_ = true;
     model.anyOrderRequired_ = std::move(isRequired);
+    model.mayBeEmpty_ = mayBeEmpty;
     return model;
 }
 

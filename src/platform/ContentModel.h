@@ -36,8 +36,10 @@ public:
     /// instead of copied. Throws Error 6 when the automaton would still pass 4,096 positions (groups with a
     /// huge maxOccurs).
     ContentModel(std::vector<std::string> names, const ContentExpression& expression);
-    /// Children in any order, each at most once; `isRequired` goes by child name.
-    static ContentModel inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired);
+    /// Children in any order, each at most once; `isRequired` goes by child name. `mayBeEmpty`: the required
+    /// ones are required only where any child stands.
+    static ContentModel inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired,
+                                   bool mayBeEmpty);
 
     /// The state behind a child, or `none` when the child may not follow.
     State step(State state, ChildName child) const noexcept;
@@ -68,6 +70,7 @@ private:
     std::vector<bool> final_;
     bool anyOrder_ = false;
     std::vector<bool> anyOrderRequired_;
+    bool mayBeEmpty_ = false;
 };
 
 /// One element's children on their way through its ContentModel, with recovery behind misplaced children.
@@ -100,6 +103,7 @@ private:
         std::vector<ChildName> skipped;   // taken as missing; they may still come
     };
     bool childInAnyOrder(ChildName child);
+    std::vector<ChildName> missingInAnyOrder() const;
     bool advance(ChildName child);
     bool recover(ChildName child);
     bool comesLate(ChildName child);

@@ -204,16 +204,24 @@ bool ContentWalk::endsTooEarly() const {
     return !missing().empty() || !expectedNow().empty();
 }
 
-std::vector<ChildName> ContentWalk::missing() const {
+std::vector<ChildName> ContentWalk::missingInAnyOrder() const {
     std::vector<ChildName> result;
-    if (model_->anyOrder_) {
-        for (ChildName name = 0; name < model_->names_.size(); ++name) {
-            if (model_->anyOrderRequired_[name] && (seen_.empty() || !seen_[name])) {
-                result.push_back(name);
-            }
-        }
+    if (model_->mayBeEmpty_ && !holds(seen_, true)) {
         return result;
     }
+    for (ChildName name = 0; name < model_->names_.size(); ++name) {
+        if (model_->anyOrderRequired_[name] && (seen_.empty() || !seen_[name])) {
+            result.push_back(name);
+        }
+    }
+    return result;
+}
+
+std::vector<ChildName> ContentWalk::missing() const {
+    if (model_->anyOrder_) {
+        return missingInAnyOrder();
+    }
+    std::vector<ChildName> result;
     if (!recovery_) {
         return model_->isFinal(state_) ? result : model_->required(state_);
     }

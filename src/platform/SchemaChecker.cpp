@@ -46,8 +46,7 @@ bool SchemaChecker::isSilent(unsigned int number) noexcept {
         isUndeclared_ = true;
         return !open_.empty() || number == XMLValid::GrammarNotFound;
     }
-    // A child in a simple value makes the library lose the value's type.
-    return number == XMLValid::NoDatatypeValidatorForSimpleType || (!open_.empty() && !open_.back().isKnown);
+    return isMute_ || (!open_.empty() && !open_.back().isKnown);
 }
 
 void SchemaChecker::checkChild(const XMLElementDecl& element) {
@@ -62,6 +61,7 @@ void SchemaChecker::checkChild(const XMLElementDecl& element) {
     }
     case TypeModel::Kind::NoChildren:
         isAllowed = false;
+        parent.heldChild = true;
         break;
     case TypeModel::Kind::Unchecked:
         isAllowed = !isUndeclared_ || !parent.isKnown;
@@ -80,12 +80,18 @@ void SchemaChecker::elementStarts(const XMLElementDecl& element, std::size_t ope
     }
 }
 
-void SchemaChecker::elementIsNil() {
-    if (!open_.empty() && open_.back().isNillable) {
-        static const TypeModel nothing = TypeModel::noChildren();
-        open_.back().model = &nothing;
-        open_.back().isNil = true;
+bool SchemaChecker::elementIsNil() {
+    if (open_.empty() || !open_.back().isKnown) {
+        return true;
     }
+    if (!open_.back().isNillable) {
+        return false;
+    }
+    static const TypeModel nothing = TypeModel::noChildren();
+    open_.back().model = &nothing;
+    open_.back().isNil = true;
+    setNillable(true);
+    return true;
 }
 
 bool SchemaChecker::refusesText(std::size_t openElements) const noexcept {
@@ -132,6 +138,25 @@ bool SchemaChecker::tellMissing(const Frame& frame) {
     return !expected.empty();
 }
 
+bool SchemaChecker::checkEnd(const Frame& frame, XMLElementDecl* element, QName** children,
+                             XMLSize_t childCount, XMLSize_t* indexFailingChild) {
+    if (frame.model->kind() == TypeModel::Kind::Children) {
+        const bool wasTold = tellMissing(frame) || frame.walk.hasFault();
+        if (!frame.model->isExact() && !wasTold) {
+            return SchemaValidator::checkContent(element, children, childCount, indexFailingChild);
+        }
+    }
+    if (element->getObjectType() == XMLElementDecl::Schema) {
+        // The children have been checked; what is left are values and xsi:nil. The library's check also
+        // clears the value's text, so it takes place even where nothing is to be told.
+        XMLSize_t ignored = 0;
+        isMute_ = frame.heldChild && !frame.isNil;
+        SchemaValidator::checkContent(element, nullptr, 0, &ignored);
+        isMute_ = false;
+    }
+    return true;
+}
+
 bool SchemaChecker::checkContent(XMLElementDecl* element, QName** children, XMLSize_t childCount,
                                  XMLSize_t* indexFailingChild) {
     faults_.elementEnds();
@@ -139,19 +164,7 @@ bool SchemaChecker::checkContent(XMLElementDecl* element, QName** children, XMLS
     if (!open_.empty()) {
         const Frame frame = std::move(open_.back());
         open_.pop_back();
-        if (frame.model->kind() == TypeModel::Kind::Children) {
-            const bool wasTold = tellMissing(frame) || frame.walk.hasFault();
-            if (!frame.model->isExact() && !wasTold) {
-                result = SchemaValidator::checkContent(element, children, childCount, indexFailingChild);
-                faults_.elementEnded();
-                return result;
-            }
-        }
-        if (element->getObjectType() == XMLElementDecl::Schema) {
-            // The children have been checked; what is left are values and xsi:nil.
-            XMLSize_t ignored = 0;
-            SchemaValidator::checkContent(element, nullptr, 0, &ignored);
-        }
+        result = checkEnd(frame, element, children, childCount, indexFailingChild);
     }
     faults_.elementEnded();
     return result;

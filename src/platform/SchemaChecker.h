@@ -37,8 +37,9 @@ public:
     /// Told of each start tag with the number of elements open before it: the library passes over children of
     /// simple values, and over what a wildcard takes unchecked, without asking.
     void elementStarts(const xercesc::XMLElementDecl& element, std::size_t openElements);
-    /// The element whose start tag was told last bears xsi:nil: nothing may stand in it.
-    void elementIsNil();
+    /// The element whose start tag was told last bears xsi:nil: nothing may stand in it. False where the
+    /// schema does not allow that.
+    bool elementIsNil();
     /// True when text in the innermost of that many open elements can only be white space.
     bool refusesText(std::size_t openElements) const noexcept;
 
@@ -60,14 +61,18 @@ private:
         bool isKnown;    ///< Declared in the schema.
         bool isNillable; ///< May bear xsi:nil.
         bool isNil = false;
+        bool heldChild = false; ///< A simple value that a child has stood in: no more a value to be judged.
     };
     void checkChild(const xercesc::XMLElementDecl& element);
     bool tellMissing(const Frame& frame);
+    bool checkEnd(const Frame& frame, xercesc::XMLElementDecl* element, xercesc::QName** children,
+                  XMLSize_t childCount, XMLSize_t* indexFailingChild);
 
     const Schema::Impl& schema_;
     SchemaFaults& faults_;
     std::vector<Frame> open_;
     bool isReading_ = false;
+    bool isMute_ = false;
     bool isUndeclared_ = false; ///< The library found no declaration for the element that is starting.
 };
 

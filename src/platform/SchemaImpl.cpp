@@ -55,6 +55,7 @@ private:
     std::optional<ContentExpression> group(const ContentSpecNode& node, ContentExpression::Kind kind);
     std::optional<ContentExpression> repeated(const ContentSpecNode& node, std::uint32_t min,
                                               std::uint32_t max);
+    bool buildAnyOrder(const ContentSpecNode& all, bool mayBeEmpty);
     bool collectAll(const ContentSpecNode* node, bool optionalHere, std::vector<bool>& required);
     ChildName number(const QName& name);
     ChildName number(TypeModel::Wildcard wildcard);
@@ -210,19 +211,21 @@ bool TypeModelBuilder::collectAll(const ContentSpecNode* node, bool optionalHere
            collectAll(node->getSecond(), isOptional, required);
 }
 
-bool TypeModelBuilder::build(const ContentSpecNode* root) {
-    const ContentSpecNode* all = root;
-    if (all->getType() == ContentSpecNode::ZeroOrOne) {
-        all = all->getFirst();
+bool TypeModelBuilder::buildAnyOrder(const ContentSpecNode& all, bool mayBeEmpty) {
+    std::vector<bool> required;
+    if (!collectAll(all.getFirst(), false, required) || !collectAll(all.getSecond(), false, required)) {
+        return false;
     }
-    if (all->getType() == ContentSpecNode::All) {
-        std::vector<bool> required;
-        if (!collectAll(root, false, required)) {
-            return false;
-        }
-        model_.children_ =
-            std::make_unique<ContentModel>(ContentModel::inAnyOrder(texts_, std::move(required)));
-        return true;
+    model_.children_ =
+        std::make_unique<ContentModel>(ContentModel::inAnyOrder(texts_, std::move(required), mayBeEmpty));
+    return true;
+}
+
+bool TypeModelBuilder::build(const ContentSpecNode* root) {
+    const bool isOptional = root->getType() == ContentSpecNode::ZeroOrOne;
+    const ContentSpecNode* inner = isOptional ? root->getFirst() : root;
+    if (inner->getType() == ContentSpecNode::All) {
+        return buildAnyOrder(*inner, isOptional || inner->getMinOccurs() == 0);
     }
     const std::optional<ContentExpression> whole = expression(*root);
     if (!whole) {

@@ -9,6 +9,7 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLDocumentHandler.hpp>
 #include <xercesc/framework/XMLEntityHandler.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/framework/XMLErrorReporter.hpp>
 #include <xercesc/framework/XMLValidityCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
@@ -91,14 +92,13 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         } catch (const EntityGuard::TooLarge&) {
             tellFatal("As entidades declaradas no arquivo são grandes demais.", eventEnd);
         } catch (const TooDeep&) {
-            tellFatal("Os elementos do arquivo têm níveis demais.", eventEnd);
+            tellFatal("Os elementos do arquivo têm níveis demais.", tagStart);
         } catch (const XMLException& failure) {
             tellFatal(xerces::toUtf8(failure.getMessage()), here());
         }
     }
 
     // --- places
-    // -----------------------------------------------------------------------------------------------
 
     XmlPosition here() const {
         ReaderMgr::LastExtEntityInfo info;
@@ -121,7 +121,6 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     std::int32_t columnNumber() const override { return valueEnd().column; }
 
     // --- content
-    // ----------------------------------------------------------------------------------------------
 
     void flushText() {
         if (!pending.empty()) {
@@ -175,18 +174,26 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         isInStartTag = true;
     }
 
-    // xsi:nil is told by the attribute itself: the library keeps what it read of it to itself.
-    bool bearsNil(const RefVectorOf<XMLAttr>& attributes, XMLSize_t count) {
+    // Value of xsi:nil, or the empty text. It is taken from the attribute itself: the library keeps what it
+    // made of it to itself, and takes no "1" for "true".
+    std::string nilOf(const RefVectorOf<XMLAttr>& attributes, XMLSize_t count) {
         for (XMLSize_t i = 0; i < count; ++i) {
             const XMLAttr& attribute = *attributes.elementAt(i);
             if (XMLString::equals(attribute.getName(), SchemaSymbols::fgATT_NILL) &&
                 XMLString::equals(resolver.getStringPool()->getValueForId(attribute.getURIId()),
                                   SchemaSymbols::fgURI_XSI)) {
-                const std::string value = xerces::toUtf8(attribute.getValue());
-                return value == "true" || value == "1";
+                return xerces::toUtf8(attribute.getValue());
             }
         }
-        return false;
+        return {};
+    }
+
+    void checkNil(const XMLElementDecl& element, const std::string& nil) {
+        if ((nil == "true" || nil == "1") && !checker->elementIsNil() && nil == "1") {
+            tagFaults.push_back({validityCode(XMLValid::NillNotAllowed),
+                                 "O elemento '" + std::string(nameOf(element)) + "' não permite 'xsi:nil'.",
+                                 eventEnd});
+        }
     }
 
     void startElement(const XMLElementDecl& element, const unsigned int /*uri*/,
@@ -195,9 +202,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         flushText();
         isInStartTag = false;
         checker->elementStarts(element, openElements++);
-        if (bearsNil(attributes, count)) {
-            checker->elementIsNil();
-        }
+        checkNil(element, nilOf(attributes, count));
         tagStart = eventEnd;
         eventEnd = here();
         if (openElements > maxDepth) {
@@ -271,7 +276,6 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     }
 
     // --- faults
-    // -----------------------------------------------------------------------------------------------
 
     void tellFatal(std::string message, XmlPosition position) {
         if (!ended) {
@@ -284,8 +288,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
 
     // The library decodes far ahead of where it reads: the place of a byte that is no text must be looked up.
     XmlPosition badByte(const XmlPosition& scanned) const {
-        const XMLCh* encoding = scanner->getReaderMgr()->getCurrentEncodingStr();
-        if (encoding == nullptr || !XMLString::equals(encoding, XMLUni::fgUTF8EncodingString)) {
+        const ReaderMgr& readers = *scanner->getReaderMgr();
+        const bool isReading = readers.getCurrentReader() != nullptr;
+        if (!isReading || !XMLString::equals(readers.getCurrentEncodingStr(), XMLUni::fgUTF8EncodingString)) {
             return scanned;
         }
         return firstInvalidUtf8(file).value_or(scanned);
@@ -323,7 +328,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
             return;
         }
         const bool ofSchema = !XMLString::equals(domain, XMLUni::fgXMLErrDomain);
-        if (ofSchema && checker->isSilent(number)) {
+        // What is wrong with an xsi:nil is told once more, as a value of its type; "1" and "0" are right.
+        const bool ofNil = !ofSchema && number == XMLErrs::InvalidAttValue;
+        if (ofNil || (ofSchema && checker->isSilent(number))) {
             return;
         }
         flushText();
@@ -340,7 +347,6 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     void resetErrors() override {}
 
     // --- entities: nothing outside of the document is read
-    // -----------------------------------------------------
 
     void endInputSource(const InputSource& /*source*/) override {}
     bool expandSystemId(const XMLCh* const /*systemId*/, XMLBuffer& /*toFill*/) override { return false; }

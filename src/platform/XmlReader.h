@@ -10,7 +10,8 @@
 
 namespace tv {
 
-/// A place in a document: line and column from 1, the column in characters. Lines have no upper bound.
+/// A place in a document: line and column from 1. The column counts UTF-16 units, which are characters unless
+/// they lie beyond the basic plane (there two). Lines have no upper bound.
 struct XmlPosition {
     std::int32_t line = 0;
     std::int32_t column = 0;
@@ -69,11 +70,14 @@ public:
 ///
 /// Checking goes on after every fault, and all faults are told. An element that may not stand where it stands
 /// gives one fault, at its own start tag and before its startElement; what a misplaced element pushes out of
-/// order gives no second one. A required element that is still missing at the end of its parent gives one
-/// fault there that names it. A refused value gives one fault, right behind the value.
+/// order gives no second one, and neither does what an unknown element holds. A required element that is
+/// still missing at the end of its parent gives one fault there that names it. A refused value gives one
+/// fault, right behind the value. Faults of attributes are told at the start tag, behind their element's
+/// startElement. Text where only elements may stand is told as text, and then as a fault.
 ///
-/// Documents are foreign input: no DTD and no external entity is fetched, internal entities are bounded in
-/// number and size, and `xsi:schemaLocation` is not followed.
+/// Documents are foreign input: no DTD is fetched and no external entity (whose text is then a fault),
+/// internal entities are bounded in number and size, elements are nested at most 1,000 deep, and
+/// `xsi:schemaLocation` is not followed.
 class XmlReader {
 public:
     /// `schema` is what documents are checked against.
@@ -82,7 +86,7 @@ public:
     XmlReader(const XmlReader&) = delete;
     XmlReader& operator=(const XmlReader&) = delete;
 
-    /// Parses a file. Ends in exactly one of endDocument and fatalError. Exceptions of the handler pass
+    /// Parses a plain file. Ends in exactly one of endDocument and fatalError. Exceptions of the handler pass
     /// through.
     void parse(const std::filesystem::path& file, XmlHandler& handler);
 

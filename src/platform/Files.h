@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// File operations of the core. Failures throw Error with the numbers of `errc` (53, 58, 61, 70, 75, 76) and a
-/// Portuguese description that names the file.
+/// File operations of the core. Failures throw Error with the numbers of `errc` (53, 58, 61, 70, 75, 76) and
+/// a Portuguese description that names the file.
 namespace tv::files {
 
 /// The folder of the running executable.
@@ -16,13 +16,13 @@ std::filesystem::path fromPortable(std::string_view path);
 /// Path as UTF-8 text.
 std::string toText(const std::filesystem::path& path);
 
-/// `folder`/`name`, or the one file of that folder whose name equals `name` without regard to case when the exact
-/// name is not there. `name` may hold folders ("\XSD\x.xsd"); each step is looked up so. A name that nothing
-/// answers to comes back as written.
+/// `folder`/`name`, or the one file of that folder whose name equals `name` without regard to case when the
+/// exact name is not there. `name` may hold folders ("\XSD\x.xsd"); each step is looked up so. A name that
+/// nothing answers to comes back as written. Of several that differ in case only, the first by name is taken.
 std::filesystem::path findNoCase(const std::filesystem::path& folder, std::string_view name);
 
 bool exists(const std::filesystem::path& path) noexcept;
-/// The whole file. Throws Error 53, 70 or 75; a folder counts as 70.
+/// The whole file. Throws Error 53, 70 or 75; a folder counts as 70, a pipe or a device as 75.
 std::string readAll(const std::filesystem::path& path);
 /// Replaces the file's content in place.
 void writeAll(const std::filesystem::path& path, std::string_view bytes);
@@ -31,9 +31,11 @@ void append(const std::filesystem::path& path, std::string_view bytes);
 void remove(const std::filesystem::path& path);
 /// Moves a file; the target must not exist. Works across file systems.
 void move(const std::filesystem::path& from, const std::filesystem::path& to);
-/// Writes a temporary file beside `path`, flushes it to disk and moves it over `path` in one step.
+/// Writes a temporary file beside `path`, flushes it to disk and moves it over `path` in one step. The file
+/// keeps its permissions; where `path` is a link, what it leads to is replaced.
 void replaceWhole(const std::filesystem::path& path, std::string_view bytes);
-/// A new empty file in `folder` with a name that starts with `prefix` (three letters count) and ends in ".TMP".
+/// A new empty file in `folder` with a name that starts with `prefix` (three letters count) and ends in
+/// ".TMP".
 std::filesystem::path createTemporary(const std::filesystem::path& folder, std::string_view prefix);
 
 /// What tells whether a file is still the one that was read: size and time of change.

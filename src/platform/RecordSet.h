@@ -28,7 +28,8 @@ struct Column {
 /// first (BOF) or behind the last (EOF); on an empty view it is both.
 class RecordSet {
 public:
-    /// What happened to the rows, for views. `row` is a stable row number that is never used again.
+    /// What happened to the rows, for views. `row` is a stable row number that is never used again. A row is
+    /// told as added by AddNew, and as changed when its editing ends.
     struct Change {
         enum class Kind { Added, Changed, Removed } kind;
         std::size_t row;
@@ -54,9 +55,12 @@ public:
     /// A new row of nulls behind the last; the cursor stands on it. It joins every view without regard to a
     /// filter until Update.
     void AddNew();
-    /// Ends the editing of the current row: filters and indexes take its values into account.
+    /// Ends the editing of the current row: filters and indexes take its values into account. Leaving a row
+    /// ends its editing too.
     void Update();
-    /// Removes the current row; the cursor stays in its place and Update or a move leads on.
+    /// Removes the current row. The cursor stays in its place, where Update does nothing and a move leads on,
+    /// so that "Delete, Update, MoveNext" until EOF takes every row of a view. Throws Error 91 with no
+    /// current row.
     void Delete();
 
     /// Value of the current row. Throw Error 5 for an unknown column, Error 91 with no current row, Error 13

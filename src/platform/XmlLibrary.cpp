@@ -12,7 +12,7 @@
 namespace tv::xml {
 namespace {
 
-/// Bytes that entities and default values may add to the attributes of a document.
+/// Bytes that entities may add to the attributes of a document.
 constexpr std::size_t maxAdded = 10'000'000;
 /// Attributes of one element; the library compares each with every other.
 constexpr int maxAttributes = 1000;
@@ -82,7 +82,7 @@ void onStartElement(void* data, const xmlChar* localName, const xmlChar* prefix,
         return;
     }
     Watch& watch = watchOf(data);
-    for (int i = 0; i < attributeCount; ++i) {
+    for (int i = 0; i < attributeCount - defaultedCount; ++i) { // default values are left out of the tree
         const xmlChar** attribute = attributes + static_cast<std::ptrdiff_t>(i) * fieldsOfAttribute;
         watch.attributeBytes += static_cast<std::size_t>(attribute[4] - attribute[3]);
     }

@@ -26,14 +26,16 @@ struct FreeDoc {
 /// A document; what `DocumentData` holds of it goes with it.
 using Doc = std::unique_ptr<xmlDoc, FreeDoc>;
 
-/// What the bytes are for: a document loses its text nodes of white space alone and keeps its CDATA sections, a
-/// stylesheet the other way round.
+/// What the bytes are for: a document loses its text nodes of white space alone and keeps its CDATA sections,
+/// a stylesheet the other way round.
 enum class Purpose { Document, Stylesheet };
 
-/// Parses foreign bytes. No external entity and no DTD is read; entities of the internal subset may hold text alone
-/// and grow the document by a small factor at most. `encoding` names the encoding, null means what the bytes declare.
-/// Empty when the bytes are not a well-formed document with namespaces; `reason` then tells why.
-Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose purpose, std::string& reason);
+/// Parses foreign bytes. No external entity and no DTD is read; entities of the internal subset may hold text
+/// alone and grow the document by a small factor at most. `encoding` names the encoding, null means what the
+/// bytes declare. Empty when the bytes are not a well-formed document with namespaces; `reason` then tells
+/// why.
+Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose purpose,
+          std::string& reason);
 
 /// The Portuguese sentence for a fault of the library: its line and the library's own text.
 std::string faultText(const xmlError& fault);

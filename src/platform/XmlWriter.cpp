@@ -63,10 +63,23 @@ void writeCData(std::string& out, std::string_view text) {
     out.append(text, from).append("]]>");
 }
 
-void writeDoctype(std::string& out, const xmlNode* node) {
-    const std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), &xmlBufferFree);
-    xmlNodeDump(buffer.get(), node->doc, const_cast<xmlNode*>(node), 0, 0);
-    out.append(view(xmlBufferContent(buffer.get())));
+/// Names the external DTD. The internal subset is not needed any more: its entities and default values stand
+/// in their places since the document was loaded.
+void writeDoctype(std::string& out, const xmlDtd* dtd) {
+    if (dtd->SystemID == nullptr) {
+        return;
+    }
+    const std::string_view system = view(dtd->SystemID);
+    const char mark = system.find('"') == std::string_view::npos ? '"' : '\'';
+    out.append("<!DOCTYPE ").append(view(dtd->name));
+    if (dtd->ExternalID != nullptr) {
+        out.append(" PUBLIC \"").append(view(dtd->ExternalID)).append("\" ");
+    } else {
+        out += " SYSTEM ";
+    }
+    out += mark;
+    out.append(system) += mark;
+    out += '>';
 }
 
 bool isText(const xmlNode* node) {
@@ -107,13 +120,10 @@ public:
             out_.append("<?").append(view(node->name));
             out_.append(node->content == nullptr ? "" : " ").append(view(node->content)).append("?>");
             break;
-        case XML_ENTITY_REF_NODE:
-            out_.append("&").append(view(node->name)).append(";");
-            break;
         case XML_DTD_NODE:
-            writeDoctype(out_, node);
+            writeDoctype(out_, reinterpret_cast<const xmlDtd*>(node));
             break;
-        default:
+        default: // a reference to an entity that was not declared has no text
             break;
         }
     }
@@ -176,11 +186,14 @@ void write(std::string& out, const xmlNode* node, bool indent) {
 }
 
 void write(std::string& out, const xmlDoc* doc, bool indent) {
+    std::size_t before = out.size();
     for (const xmlNode* node = doc->children; node != nullptr; node = node->next) {
         write(out, node, indent);
-        if (indent || node->next != nullptr) {
+        const bool wrote = out.size() > before;
+        if (wrote && (indent || node->next != nullptr)) {
             out += lineEnd;
         }
+        before = out.size();
     }
 }
 

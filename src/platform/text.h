@@ -21,7 +21,8 @@ struct Hash {
 std::string_view trim(std::string_view s) noexcept;
 /// Cuts blanks at the left end.
 std::string_view trimLeft(std::string_view s) noexcept;
-/// Upper and lower case of ASCII and of the accented Latin letters (U+00C0 to U+017F); other characters stay.
+/// Upper and lower case of ASCII and of the accented Latin letters (U+00C0 to U+017F); other characters stay,
+/// and so do broken bytes.
 std::string upper(std::string_view s);
 std::string lower(std::string_view s);
 /// The form in which keys compare: lower case as above.
@@ -46,28 +47,31 @@ bool contains(std::string_view s, std::string_view what) noexcept;
 bool startsWith(std::string_view s, std::string_view what) noexcept;
 bool endsWith(std::string_view s, std::string_view what) noexcept;
 
-/// The lenient number: reads from the left end, skips blanks, tabs and line ends wherever they stand, understands
-/// a sign, one decimal point and an exponent (letters e, E, d, D), stops at the first character that cannot
-/// continue. No number in front gives 0. Throws Error 6 when the result is beyond a 64-bit floating point value.
+/// The lenient number: reads from the left end, skips blanks, tabs and line ends wherever they stand,
+/// understands a sign, one decimal point and an exponent (letters e, E, d, D), stops at the first character
+/// that cannot continue. No number in front gives 0. Throws Error 6 when the result is beyond a 64-bit
+/// floating point value.
 double lenientNumber(std::string_view s);
-/// A number of a document in the cross-field sums: blanks around, a sign, digits, at most one point, an exponent.
-/// Anything else, the empty text included, is nothing.
+/// A number of a document in the cross-field sums: blanks around, a sign, digits, at most one point, an
+/// exponent. Anything else, the empty text included, is nothing.
 std::optional<double> documentNumber(std::string_view s) noexcept;
 /// True when `s` is a number in the sense of documentNumber.
 bool isNumeric(std::string_view s) noexcept;
 /// Rounds to a whole number, halves to the even neighbour. Throw Error 6 beyond the type's range.
 std::int16_t toInt16(double value);
 std::int32_t toInt32(double value);
-/// Rounds to `digits` decimals, a tie going to the even digit.
+/// Rounds to `digits` decimals, a tie going to the even digit. A tie is one of the number as it is written in
+/// 15 digits: 2.675 is one, though its binary value lies a little below.
 double roundHalfEven(double value, int digits);
-/// A text read as a 32-bit whole number the strict way (documentNumber, then toInt32). Throws Error 13 when the
-/// text is no number, Error 6 beyond the range.
+/// A text read as a 32-bit whole number the strict way (documentNumber, then toInt32). Throws Error 13 when
+/// the text is no number, Error 6 beyond the range.
 std::int32_t parseInt32(std::string_view s);
 
 /// UTF-8 to ISO-8859-1. Characters outside the set become `substitute`.
 std::string toLatin1(std::string_view utf8, char substitute = '?');
-/// UTF-8 to ISO-8859-1 for markup: characters outside the set become character references ("&#8211;"), also inside
-/// CDATA sections, which are closed before and opened again behind the reference.
+/// UTF-8 to ISO-8859-1 for markup: characters outside the set become character references ("&#8211;"), also
+/// inside CDATA sections, which are closed before and opened again behind the reference. In comments and
+/// instructions, which know no references, they become "?".
 std::string toLatin1Markup(std::string_view utf8);
 std::string fromLatin1(std::string_view latin1);
 /// Well-formed UTF-8 (no overlong forms, no surrogates).

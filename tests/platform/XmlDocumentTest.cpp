@@ -306,6 +306,14 @@ TEST(XmlDocument, writes_itself_as_text) {
     EXPECT_EQ(parsed("<!--x--><a/><!--y-->").xml(), "<!--x-->\r\n<a></a>\r\n<!--y-->");
 }
 
+TEST(XmlDocument, writes_no_declarations_of_its_entities) {
+    EXPECT_EQ(parsed("<!DOCTYPE a [<!ENTITY e '1'><!ATTLIST a b CDATA '&#60;'>]><a>&e;</a>").xml(),
+              "<a>1</a>");
+    EXPECT_EQ(parsed("<!DOCTYPE a SYSTEM 'x.dtd'><a/>").xml(), "<!DOCTYPE a SYSTEM \"x.dtd\">\r\n<a></a>");
+    EXPECT_EQ(parsed("<!DOCTYPE a PUBLIC 'p' 'a\"b'><a/>").xml(),
+              "<!DOCTYPE a PUBLIC \"p\" 'a\"b'>\r\n<a></a>");
+}
+
 TEST(XmlDocument, what_it_writes_reads_back_the_same) {
     const std::string text = "<a xmlns=\"u\" xmlns:p=\"v\" b=\"&quot;&lt;&amp;&gt;&#9;&#10;&#13;'\" p:c=\"\">"
                              "&lt;&amp;]]&gt;\t\n&#13; <p:d></p:d><![CDATA[a]]]]><![CDATA[>b]]></a>";

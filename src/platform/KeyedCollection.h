@@ -14,7 +14,7 @@ namespace tv {
 
 /// Items in the order in which they were added, reached by position from 1 or by key.
 /// Keys compare without regard to case, accented Latin letters included. Lookup by key is one hash lookup.
-template <typename T>
+template<typename T>
 class KeyedCollection {
 public:
     using const_iterator = typename std::vector<T>::const_iterator;
@@ -42,17 +42,18 @@ private:
     std::unordered_map<std::string, std::size_t, text::Hash, std::equal_to<>> index_;
 };
 
-template <typename T>
+template<typename T>
 void KeyedCollection<T>::Add(T item, std::string_view key) {
     std::string folded = text::foldKey(key);
     if (!index_.emplace(folded, items_.size()).second) {
-        throw Error(errc::keyTaken, "KeyedCollection.Add", "A chave já existe na coleção: " + std::string(key));
+        throw Error(errc::keyTaken, "KeyedCollection.Add",
+                    "A chave já existe na coleção: " + std::string(key));
     }
     items_.push_back(std::move(item));
     keys_.push_back(std::move(folded));
 }
 
-template <typename T>
+template<typename T>
 const T& KeyedCollection<T>::Item(std::size_t position) const {
     if (position < 1 || position > items_.size()) {
         throw Error(errc::subscriptOutOfRange, "KeyedCollection.Item",
@@ -61,26 +62,28 @@ const T& KeyedCollection<T>::Item(std::size_t position) const {
     return items_[position - 1];
 }
 
-template <typename T>
+template<typename T>
 const T& KeyedCollection<T>::Item(std::string_view key) const {
     if (const T* found = find(key)) {
         return *found;
     }
-    throw Error(errc::invalidCall, "KeyedCollection.Item", "A chave não existe na coleção: " + std::string(key));
+    throw Error(errc::invalidCall, "KeyedCollection.Item",
+                "A chave não existe na coleção: " + std::string(key));
 }
 
-template <typename T>
+template<typename T>
 const T* KeyedCollection<T>::find(std::string_view key) const noexcept {
     // Most keys come in lower case already, so the folding copy is made only when it changes something.
     const auto found = text::isFolded(key) ? index_.find(key) : index_.find(text::foldKey(key));
     return found == index_.end() ? nullptr : &items_[found->second];
 }
 
-template <typename T>
+template<typename T>
 void KeyedCollection<T>::Remove(std::string_view key) {
     const auto found = index_.find(text::foldKey(key));
     if (found == index_.end()) {
-        throw Error(errc::invalidCall, "KeyedCollection.Remove", "A chave não existe na coleção: " + std::string(key));
+        throw Error(errc::invalidCall, "KeyedCollection.Remove",
+                    "A chave não existe na coleção: " + std::string(key));
     }
     const std::size_t position = found->second;
     index_.erase(found);
@@ -91,7 +94,7 @@ void KeyedCollection<T>::Remove(std::string_view key) {
     }
 }
 
-template <typename T>
+template<typename T>
 void KeyedCollection<T>::clear() {
     items_.clear();
     keys_.clear();

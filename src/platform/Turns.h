@@ -7,7 +7,8 @@ namespace tv::turns {
 
 /// Installs what a turn does (a window's event loop); an empty function means that turns do nothing.
 void setHandler(std::function<void()> handler);
-/// A turn is due. It is taken when at least 15 ms have passed since the last one, so that a call costs nothing.
+/// A turn is due. It is taken when at least 15 ms have passed since the last one, so that a call costs
+/// nothing.
 void due();
 /// Takes a turn now.
 void take();

@@ -13,11 +13,12 @@
 -->
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
 	<xsl:output method="html" encoding="UTF-8" indent="no" doctype-system="about:legacy-compat"/>
-	<xsl:strip-space elements="*"/>
 
 	<!-- Uma chave não pode usar variáveis: as letras estão escritas em cada uma. -->
 	<xsl:key name="tabela" match="configuracao/TABELAS/TABELA" use="translate(@id, 'abcdefghijklmnopqrstuvwxyzáàâãéêíóôõúüç', 'ABCDEFGHIJKLMNOPQRSTUVWXYZÁÀÂÃÉÊÍÓÔÕÚÜÇ')"/>
 	<xsl:key name="usoDaTabela" match="CAMPO[COLUNA/@tabela != '']" use="concat(translate(COLUNA/@tabela, 'abcdefghijklmnopqrstuvwxyzáàâãéêíóôõúüç', 'ABCDEFGHIJKLMNOPQRSTUVWXYZÁÀÂÃÉÊÍÓÔÕÚÜÇ'), ' ', generate-id(ancestor::BOLETO[1]))"/>
+	<xsl:key name="descricao" match="configuracao/TABELAS/comment()" use="generate-id(following-sibling::*[1])"/>
+
 	<xsl:variable name="minusculas" select="'abcdefghijklmnopqrstuvwxyzáàâãéêíóôõúüç'"/>
 	<xsl:variable name="maiusculas" select="'ABCDEFGHIJKLMNOPQRSTUVWXYZÁÀÂÃÉÊÍÓÔÕÚÜÇ'"/>
 
@@ -452,7 +453,7 @@
 	<xsl:template match="TABELA" mode="parte">
 		<section class="tabela" id="tabela/{@id}">
 			<h3><xsl:value-of select="@id"/></h3>
-			<xsl:if test="preceding-sibling::node()[1][self::comment()]"><p><xsl:value-of select="normalize-space(preceding-sibling::node()[1])"/></p></xsl:if>
+			<xsl:for-each select="key('descricao', generate-id())[last()]"><p><xsl:value-of select="normalize-space()"/></p></xsl:for-each>
 			<xsl:call-template name="usos"/>
 			<table class="lista">
 				<caption>Códigos de <xsl:value-of select="@id"/> (<xsl:value-of select="count(ENTRADA)"/>)</caption>

@@ -356,6 +356,13 @@ TEST_F(PositionTest, SpoiledFragmentDropsTheWholeSecondStageWithoutAWord) {
     }
 }
 
+TEST_F(PositionTest, KeyTextCanSpoilAFragmentToo) {
+    const std::string off = element("caixa", {{"saldo", "99999"}});
+    EXPECT_FALSE(checkPosition(test::fundo(HeaderXml{.cnpj = "d agua"}.xml() + off), quiet));
+    EXPECT_TRUE(checkPosition(test::fundo(HeaderXml{.cnpj = "d'agua", .patliq = ""}.xml() + off), quiet));
+    EXPECT_TRUE(avisos().empty());
+}
+
 TEST_F(PositionTest, UnreadableOutputOfTheStylesheetTakesTheRulesWithItAndIsTold) {
     const std::string off = test::fundo(element("caixa", {{"saldo", "99999"}}));
     EXPECT_TRUE(checkPosition(off, stylesheet("<x")));

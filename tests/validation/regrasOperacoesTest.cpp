@@ -40,6 +40,7 @@ std::string cash(const std::string& valorativos) {
 
 std::vector<std::string> descriptions(const std::vector<Fragment>& found) {
     std::vector<std::string> texts;
+    texts.reserve(found.size());
     for (const Fragment& fragment : found) {
         texts.push_back(fragment.descricao);
     }

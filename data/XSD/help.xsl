@@ -419,7 +419,7 @@
 		<xsl:variable name="mascara" select="COLUNA/@maskOutput"/>
 		<xsl:variable name="casas" select="string-length(substring-after($mascara, '.'))"/>
 		<xsl:choose>
-			<xsl:when test="translate($mascara, $minusculas, $maiusculas) = 'YYYYMMDD'"><code>20240628</code><xsl:text> </xsl:text><span class="casas">(ano, mês, dia)</span></xsl:when>
+			<xsl:when test="translate($mascara, $minusculas, $maiusculas) = 'YYYYMMDD'"><code>20240628</code><xsl:text> </xsl:text><span class="casas">(AAAAMMDD)</span></xsl:when>
 			<xsl:when test="$mascara != '' and translate($mascara, '#0.', '') = ''">
 				<code>
 					<xsl:value-of select="substring('1234', 1, DADO/@tamanho - $casas)"/>
@@ -525,7 +525,7 @@
 			.n { text-align: right; font-variant-numeric: tabular-nums; }
 			.lista tbody th { font-weight: 600; }
 			.layout { padding-top: 1.5rem; margin-top: 3rem; border-top: 4px solid var(--forte); }
-			.voltar { margin: 0 0 .5rem; font-size: .85rem; } .voltar a { margin-right: 1rem; }
+			.voltar { margin: .3rem 0 .5rem; font-size: .85rem; } .voltar a { margin-right: 1rem; }
 			.forma, .forma ul { list-style: none; margin: 0; padding-left: 0; } .forma ul { padding-left: 1.2rem; border-left: 1px solid var(--linha); }
 			.forma li { padding: .12rem 0; } .forma .folhas { columns: 3 18rem; } .forma .folhas &gt; li { break-inside: avoid; }
 			.secao { margin-top: 2rem; } .secao h3, .secao h4, .secao h5, .secao h6 { margin: 0; }
@@ -534,7 +534,7 @@
 			.dados { display: flex; flex-wrap: wrap; gap: .2rem 1.5rem; margin: .25rem 0; padding: 0; list-style: none; font-size: .9rem; }
 			.nota { color: var(--fraco); }
 			.campos { content-visibility: auto; } .campos table { table-layout: fixed; font-size: .87rem; line-height: 1.45; }
-			.campos thead th { position: sticky; top: 0; padding: .4rem .4rem; font-size: .75rem; } .campos tbody tr { scroll-margin-top: 3rem; }
+			.campos thead th { position: sticky; top: 0; padding-right: .1rem; font-size: .75rem; } .campos thead .n { padding-right: .4rem; } .campos tbody tr { scroll-margin-top: 3rem; }
 			.campos tbody th { font-weight: 600; } .campos tbody th a { color: inherit; text-decoration: none; } .campos tbody th a:hover { text-decoration: underline; } .campos tbody th code { display: block; font-weight: normal; }
 			.campos tbody tr:nth-child(even) { background: #f8f9fb; } tr:target, .campos tbody tr:target { background: #fff3c4; outline: 2px solid #e0a100; outline-offset: -2px; }
 			.casas { display: inline-block; color: var(--fraco); }
@@ -542,15 +542,15 @@
 			.tabelas { columns: 3 20rem; column-gap: 2rem; } .tabela { break-inside: avoid-column; padding-bottom: 1.5rem; } .tabela h3 { margin-top: 0; } .tabela p { margin: .1rem 0; } .tabela th, .tabela td { padding: .25rem .4rem; } .tabela th:first-child { width: 6rem; }
 			.tabela:target &gt; h3, .secao:target &gt; h3, .secao:target &gt; h4 { background: #fff3c4; box-shadow: 0 0 0 4px #fff3c4; }
 
-			@media print, (min-width: 50.01rem) {
-				.campos th:nth-child(1) { width: 16%; } .campos th:nth-child(3) { width: 8.5%; } .campos th:nth-child(4) { width: 8.5%; } .campos th:nth-child(5) { width: 9.5%; }
-				.campos th:nth-child(6) { width: 15.5%; } .campos th:nth-child(7) { width: 7%; } .campos th:nth-child(8) { width: 12%; }
+			@media print, (min-width: 60.01rem) {
+				.campos th:nth-child(1) { width: 16%; } .campos th:nth-child(3) { width: 8.5%; } .campos th:nth-child(4) { width: 8.5%; } .campos th:nth-child(5) { width: 10%; }
+				.campos th:nth-child(6) { width: 15%; } .campos th:nth-child(7) { width: 7%; } .campos th:nth-child(8) { width: 12%; }
 			}
-			@media screen and (min-width: 68rem) {
+			@media screen and (min-width: 76rem) {
 				body { display: grid; grid-template-columns: 15.5rem minmax(0, 1fr); }
 				.lado { position: sticky; top: 0; height: 100vh; overflow-y: auto; border-bottom: 0; border-right: 1px solid var(--linha); }
 			}
-			@media screen and (max-width: 50rem) {
+			@media screen and (max-width: 60rem) {
 				main { padding: 1rem 1rem 3rem; }
 				.legenda div { grid-template-columns: 1fr; }
 				.campos table, .campos tbody, .campos tr, .campos th, .campos td, .campos caption { display: block; }

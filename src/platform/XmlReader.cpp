@@ -20,6 +20,7 @@
 #include <xercesc/validators/common/GrammarResolver.hpp>
 #include <xercesc/validators/schema/SchemaSymbols.hpp>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -33,8 +34,8 @@ namespace {
 constexpr std::size_t maxDepth = 1000;
 struct TooDeep {};
 
-bool isBlank(std::string_view text) {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+bool isWhiteSpace(XMLCh c) {
+    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
 }
 
 std::int32_t validityCode(unsigned int number) {
@@ -124,18 +125,24 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
 
     void flushText() {
         if (!pending.empty()) {
-            // The two buffers take turns, so that the handler may raise faults while it reads its text.
-            told.swap(pending);
-            pending.clear();
-            if (!isStrayText) {
-                handler->characters(told);
-            } else if (!isBlank(told)) {
-                handler->characters(told);
-                handler->error({validityCode(XMLValid::NoCharDataInCM),
-                                "Há texto onde só são permitidos elementos.", eventEnd});
-            }
+            tellText();
         }
-        tell(textFaults);
+        if (!textFaults.empty()) {
+            tell(textFaults);
+        }
+    }
+
+    void tellText() {
+        // The two buffers take turns, so that the handler may raise faults while it reads its text.
+        told.swap(pending);
+        pending.clear();
+        if (!isStrayText) {
+            handler->characters(told);
+        } else if (!isBlankText) {
+            handler->characters(told);
+            handler->error({validityCode(XMLValid::NoCharDataInCM),
+                            "Há texto onde só são permitidos elementos.", eventEnd});
+        }
     }
 
     void tell(std::vector<XmlFault>& later) {
@@ -147,10 +154,13 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool /*cdata*/) override {
         if (pending.empty()) {
             isStrayText = checker->refusesText(openElements);
+            isBlankText = true;
         }
         xerces::appendUtf8(pending, chars, length);
         eventEnd = here();
-        if (!isStrayText) {
+        if (isStrayText) {
+            isBlankText = isBlankText && std::all_of(chars, chars + length, isWhiteSpace);
+        } else {
             textEnd = eventEnd;
             hasText = true;
         }
@@ -202,7 +212,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         flushText();
         isInStartTag = false;
         checker->elementStarts(element, openElements++);
-        checkNil(element, nilOf(attributes, count));
+        if (count > 0) {
+            checkNil(element, nilOf(attributes, count));
+        }
         tagStart = eventEnd;
         eventEnd = here();
         if (openElements > maxDepth) {
@@ -211,7 +223,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         hasText = false;
         justOpened = true;
         handler->startElement(nameOf(element));
-        tell(tagFaults);
+        if (!tagFaults.empty()) {
+            tell(tagFaults);
+        }
     }
 
     void endElement(const XMLElementDecl& element, const unsigned int /*uri*/, const bool /*isRoot*/,
@@ -380,6 +394,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
     XmlPosition textEnd;        // where the element's last text ended
     XmlPosition tagStart;       // "<" of the start tag told last
     std::size_t openElements = 0;
+    bool isBlankText = false;  // the pending text is white space
     bool isStrayText = false;  // the pending text stands where only elements may
     bool isInStartTag = false; // a start tag is being checked
     bool hasText = false;      // text came since the last tag

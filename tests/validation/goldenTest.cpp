@@ -1,3 +1,5 @@
+#include "FindingLine.h"
+
 #include "app/clsTramadorValidador.h"
 #include "platform/Files.h"
 #include "platform/text.h"
@@ -52,12 +54,6 @@ std::string shown(const std::string& text) {
     return text.empty() ? "-" : text::replaceAll(text::replaceAll(text, "\n", "\\n"), "\t", "\\t");
 }
 
-std::string lineOf(const clsResultado& r) {
-    return std::string(r.nomeTipo()) + " " + r.ErrorCode() + " " + std::to_string(r.linha()) + ":" +
-           std::to_string(r.coluna()) + " " + shown(r.TAGpath()) + " " + shown(r.TAGvalue()) + " | " +
-           r.Titulo() + " | " + r.Descricao() + "\n";
-}
-
 class GoldenTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(GoldenTest, DocumentGivesTheExpectedFindings) {
@@ -66,7 +62,7 @@ TEST_P(GoldenTest, DocumentGivesTheExpectedFindings) {
     const bool valid = validador.isValido(folder / "documento.xml", shippedLayout());
     std::string found;
     for (const clsResultado& resultado : *validador.getResultado()) {
-        found += lineOf(resultado);
+        found += test::lineOf(resultado);
     }
     EXPECT_EQ(found, files::readAll(folder / "esperado.txt"));
     EXPECT_EQ(valid, found.empty());

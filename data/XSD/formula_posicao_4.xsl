@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!--
-	Regras entre campos do arquivo de posição 4.01.
+	Regras entre campos dos arquivos de posição 4.00 e 4.01.
 
 	Somas dos ativos, patrimônio líquido e classe do compromisso são conferidos pelo próprio validador; aqui estão as
 	demais. Cada bloco é percorrido uma só vez, e dentro de um registro só se olham os filhos dele, para que o tempo
@@ -451,7 +451,7 @@
 		<xsl:param name="campo"/>
 		<xsl:param name="valor" select="*[name() = $campo]"/>
 		<xsl:param name="texto"/>
-		<RESULTADO lastElement="{$campo}" TAGvalor="{$valor}" path="arquivoposicao_4_01.{name(..)}.{name()}.{$campo}" keyValor="{$chave}" errCode="-2147221503" strLabel="O valor do campo não corresponde à verificação entre campos" linha="0" coluna="0">
+		<RESULTADO lastElement="{$campo}" TAGvalor="{$valor}" path="{name(../..)}.{name(..)}.{name()}.{$campo}" keyValor="{$chave}" errCode="-2147221503" strLabel="O valor do campo não corresponde à verificação entre campos" linha="0" coluna="0">
 			<strDescription>
 				<xsl:value-of select="$texto"/>
 				<xsl:if test="$registro">

@@ -154,12 +154,13 @@ std::string XmlTransform::apply(const XmlDocument& document) const {
     xmlDoc* source = document.impl_->doc.get();
 
     const xml::MessageScope messages;
-    const Transform context(xsltNewTransformContext(stylesheet, source));
+    // Leaving out white space takes the nodes out of the tree, so it works on a copy, from the start on: the
+    // processor keeps its keys by the document that it was given first.
+    const Tree copy(stylesheet->stripSpaces != nullptr ? xmlCopyDoc(source, 1) : nullptr);
+    xmlDoc* input = copy ? copy.get() : source;
+    const Transform context(xsltNewTransformContext(stylesheet, input));
     const xml::TransformGuard guard(*context, messages);
-    // Leaving out white space takes the nodes out of the tree, so it works on a copy.
-    const Tree copy(xsltNeedElemSpaceHandling(context.get()) != 0 ? xmlCopyDoc(source, 1) : nullptr);
-    const Tree result(xsltApplyStylesheetUser(stylesheet, copy ? copy.get() : source, nullptr, nullptr,
-                                              nullptr, context.get()));
+    const Tree result(xsltApplyStylesheetUser(stylesheet, input, nullptr, nullptr, nullptr, context.get()));
     if (guard.exceeded()) {
         fail("a folha de estilo foi além dos limites de tamanho ou de tempo.");
     }

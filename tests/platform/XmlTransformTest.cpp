@@ -128,6 +128,13 @@ TEST_F(XmlTransformTest, leaves_the_document_as_it_is) {
     EXPECT_EQ(document.selectNodes("/r/*").size(), 2U);
 }
 
+TEST_F(XmlTransformTest, finds_keys_where_white_space_is_left_out) {
+    EXPECT_TRUE(
+        holds(apply("<xsl:strip-space elements='*'/><xsl:key name='k' match='i' use='@v'/>"
+                    "<xsl:template match='/'><x><xsl:value-of select=\"key('k','2')\"/></x></xsl:template>"),
+              "<x>dois</x>"));
+}
+
 TEST_F(XmlTransformTest, can_be_applied_again_and_again) {
     const auto transform =
         loaded("<xsl:template match='/'><a><xsl:value-of select='count(//i)'/></a></xsl:template>");

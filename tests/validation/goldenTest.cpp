@@ -1,8 +1,7 @@
-#include "FindingLine.h"
-
 #include "app/clsTramadorValidador.h"
 #include "platform/Files.h"
 #include "platform/text.h"
+#include "validation/FindingLine.h"
 #include "validation/clsValidador.h"
 
 #include <gtest/gtest.h>
@@ -10,16 +9,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
 
 /// The golden documents: tests/fixtures/golden holds a folder a case, with a document of the shipped position
 /// layout and what a validation must say of it. Adding a case means adding a folder.
 ///
-/// esperado.txt has one line a finding, in their order, and none for a valid document:
-///   kind code line:column path value | title | description
-/// with "-" for an empty path or value, and "\n" and "\t" for the line ends and tabs of a value.
+/// esperado.txt has one line a finding, as FindingLine.h writes it, and none for a valid document.
 namespace tv {
 namespace {
 
@@ -48,10 +44,6 @@ std::shared_ptr<const clsBoleto> shippedLayout() {
         return catalog.getBoletos().Item("arquivoposicao_4_01");
     }();
     return layout;
-}
-
-std::string shown(const std::string& text) {
-    return text.empty() ? "-" : text::replaceAll(text::replaceAll(text, "\n", "\\n"), "\t", "\\t");
 }
 
 class GoldenTest : public testing::TestWithParam<std::string> {};

@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -23,6 +24,12 @@ template<typename T>
 void addOnce(std::vector<T>& items, const T& item) {
     if (!holds(items, item)) {
         items.push_back(item);
+    }
+}
+
+void requireRoom(std::size_t positions) {
+    if (positions >= maxPositions) {
+        throw Error(errc::overflow, "ContentModel", "O modelo de conteúdo do esquema é grande demais.");
     }
 }
 
@@ -51,9 +58,23 @@ struct ContentModel::Fragment {
 };
 
 ContentModel::ContentModel(std::vector<std::string> names, const ContentExpression& expression)
-    : names_(std::move(names))
-    , follow_(1)
-    , limits_(1) {
+    : names_(std::move(names)) {
+    assemble(expression);
+    if (!isAmbiguous()) {
+        return;
+    }
+    const bool isCounted = std::any_of(limits_.begin(), limits_.end(), [](auto limit) { return limit != 0; });
+    if (isCounted) {
+        isCounting_ = false; // runs of one name can only be counted where each is one particle's
+        assemble(expression);
+    }
+    makeDeterministic();
+}
+
+void ContentModel::assemble(const ContentExpression& expression) {
+    positions_.clear();
+    follow_.assign(1, {});
+    limits_.assign(1, 0);
     const Fragment whole = build(expression);
     follow_[0] = whole.first;
     final_.assign(follow_.size(), false);
@@ -61,6 +82,57 @@ ContentModel::ContentModel(std::vector<std::string> names, const ContentExpressi
     for (const State state : whole.last) {
         final_[state] = true;
     }
+}
+
+bool ContentModel::isAmbiguous() const {
+    return std::any_of(follow_.begin(), follow_.end(), [this](const std::vector<State>& next) {
+        std::vector<ChildName> found;
+        for (const State state : next) {
+            if (holds(found, positions_[state - 1])) {
+                return true;
+            }
+            found.push_back(positions_[state - 1]);
+        }
+        return false;
+    });
+}
+
+// The same model with sets of states for states. A set is reached by one name, which stays that of its state.
+void ContentModel::makeDeterministic() {
+    std::map<std::vector<State>, State> known{{{0}, 0}};
+    std::vector<std::vector<State>> sets{{0}};
+    std::vector<ChildName> names;
+    std::vector<std::vector<State>> follow;
+    for (State current = 0; current < sets.size(); ++current) {
+        std::map<ChildName, std::vector<State>> targets;
+        std::vector<ChildName> order;
+        for (const State state : sets[current]) {
+            for (const State next : follow_[state]) {
+                addOnce(order, positions_[next - 1]);
+                addOnce(targets[positions_[next - 1]], next);
+            }
+        }
+        follow.emplace_back();
+        for (const ChildName name : order) {
+            std::vector<State>& target = targets[name];
+            std::sort(target.begin(), target.end());
+            const auto [entry, isNew] = known.emplace(target, static_cast<State>(sets.size()));
+            if (isNew) {
+                requireRoom(names.size());
+                sets.push_back(target);
+                names.push_back(name);
+            }
+            follow.back().push_back(entry->second);
+        }
+    }
+    std::vector<bool> final(sets.size(), false);
+    for (std::size_t i = 0; i < sets.size(); ++i) {
+        final[i] = std::any_of(sets[i].begin(), sets[i].end(), [this](State state) { return final_[state]; });
+    }
+    positions_ = std::move(names);
+    follow_ = std::move(follow);
+    final_ = std::move(final);
+    limits_.assign(follow_.size(), 0);
 }
 
 ContentModel ContentModel::inAnyOrder(std::vector<std::string> names, std::vector<bool> isRequired,
@@ -104,9 +176,7 @@ ContentModel::Fragment ContentModel::buildOnce(const ContentExpression& e) {
     case ContentExpression::Kind::Empty:
         break;
     case ContentExpression::Kind::Name: {
-        if (positions_.size() >= maxPositions) {
-            throw Error(errc::overflow, "ContentModel", "O modelo de conteúdo do esquema é grande demais.");
-        }
+        requireRoom(positions_.size());
         positions_.push_back(e.name);
         follow_.emplace_back();
         limits_.push_back(0);
@@ -170,7 +240,8 @@ ContentModel::Fragment ContentModel::build(const ContentExpression& e) {
     Fragment result;
     const bool endless = e.maxOccurs == ContentExpression::unbounded;
     const std::optional<ChildName> name = repeatedName(e);
-    if (name && !endless && e.maxOccurs > e.minOccurs && e.maxOccurs - e.minOccurs >= countedFrom) {
+    if (isCounting_ && name && !endless && e.maxOccurs > e.minOccurs &&
+        e.maxOccurs - e.minOccurs >= countedFrom) {
         return buildCounted(e, *name);
     }
     // An endless part needs one copy that leads back to itself; it also serves as the last required one.

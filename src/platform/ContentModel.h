@@ -26,7 +26,8 @@ struct ContentExpression {
     static constexpr std::uint32_t unbounded = 0xFFFFFFFFU;
 };
 
-/// Automaton by positions: state 0 is the start, state p+1 means that position p was read last.
+/// Automaton by positions: state 0 is the start, state p+1 means that position p was read last. It is made
+/// deterministic where the expression is not.
 class ContentModel {
 public:
     using State = std::uint32_t;
@@ -55,6 +56,9 @@ private:
     friend class ContentWalk;
     ContentModel() = default;
     struct Fragment;
+    void assemble(const ContentExpression& expression);
+    bool isAmbiguous() const;
+    void makeDeterministic();
     Fragment build(const ContentExpression& e);
     Fragment buildOnce(const ContentExpression& e);
     Fragment buildCounted(const ContentExpression& e, ChildName name);
@@ -68,6 +72,7 @@ private:
     std::vector<std::vector<State>> follow_; // by state, in order of positions
     std::vector<std::uint32_t> limits_;      // by state: most children of its name in a row; 0 for no limit
     std::vector<bool> final_;
+    bool isCounting_ = true;
     bool anyOrder_ = false;
     std::vector<bool> anyOrderRequired_;
     bool mayBeEmpty_ = false;

@@ -29,6 +29,13 @@ Schema::~Schema() = default;
 
 namespace {
 
+// Entities are of no use in a schema, and the library sets no bound to what they grow into.
+bool declaresEntities(const std::filesystem::path& file) {
+    std::string bytes = files::readAll(file);
+    std::erase(bytes, '\0'); // UTF-16
+    return bytes.find("<!ENTITY") != std::string::npos;
+}
+
 // Compiles a schema file: collects what is wrong with it, and lets it include only files of its own folder.
 class SchemaLoader : public SAX2XMLReaderImpl, public XMLEntityResolver {
 public:
@@ -53,13 +60,9 @@ public:
             const bool missing = fault.code == xmlcode::fileNotFound;
             throw Error(missing ? errc::fileNotFound : errc::permissionDenied, "SchemaCache", fault.message);
         }
-        try {
-            const Grammar* grammar = loadGrammar(source, Grammar::SchemaGrammarType, true);
-            if (grammar == nullptr && fault_.empty()) {
-                fault_ = "o arquivo não é um esquema.";
-            }
-        } catch (const XMLException& failure) {
-            fault_ = xerces::toUtf8(failure.getMessage());
+        refuseEntities(file_);
+        if (fault_.empty()) {
+            compile(source);
         }
         if (!fault_.empty()) {
             throw Error(SchemaCache::schemaNotLoaded, "SchemaCache",
@@ -70,11 +73,12 @@ public:
     const std::vector<std::filesystem::path>& files() const { return files_; }
 
     void error(const unsigned int number, const XMLCh* const domain, const ErrTypes type,
-               const XMLCh* const text, const XMLCh* const /*systemId*/, const XMLCh* const /*publicId*/,
+               const XMLCh* const text, const XMLCh* const systemId, const XMLCh* const /*publicId*/,
                const XMLFileLoc line, const XMLFileLoc column) override {
         if (type != ErrType_Warning && fault_.empty()) {
-            fault_ = xerces::faultMessage(number, domain, text) + " (linha " + std::to_string(line) +
-                     ", coluna " + std::to_string(column) + ")";
+            const std::filesystem::path part(xerces::toUtf8(systemId));
+            fault_ = xerces::faultMessage(number, domain, text) + " (" + files::toText(part.filename()) +
+                     ", linha " + std::to_string(line) + ", coluna " + std::to_string(column) + ")";
         }
     }
 
@@ -82,24 +86,70 @@ public:
     using SAX2XMLReaderImpl::resolveEntity;
     InputSource* resolveEntity(XMLResourceIdentifier* resource) override {
         const std::string name = xerces::toUtf8(resource->getSystemId());
-        const std::filesystem::path included = file_.parent_path() / std::filesystem::path(name).filename();
-        const bool inFolder = name.find("//") == std::string::npos && name.find("..") == std::string::npos;
-        auto source = std::make_unique<xerces::FileSource>(included);
+        switch (resource->getResourceIdentifierType()) {
+        case XMLResourceIdentifier::SchemaInclude:
+        case XMLResourceIdentifier::SchemaImport:
+        case XMLResourceIdentifier::SchemaRedefine:
+            // An import may name a namespace alone.
+            return name.empty() ? nullptr : openPart(name, xerces::toUtf8(resource->getBaseURI()));
+        default:
+            return emptySource(); // DTDs and entities: not read
+        }
+    }
+
+private:
+    void compile(const InputSource& source) {
+        try {
+            const Grammar* grammar = loadGrammar(source, Grammar::SchemaGrammarType, true);
+            if (grammar == nullptr && fault_.empty()) {
+                fault_ = "o arquivo não é um esquema.";
+            }
+        } catch (const XMLException& failure) {
+            if (fault_.empty()) {
+                fault_ = xerces::toUtf8(failure.getMessage());
+            }
+        }
+    }
+
+    static InputSource* emptySource() {
+        static const XMLByte nothing = 0;
+        return new MemBufInputSource(&nothing, 0, "");
+    }
+
+    void refuseEntities(const std::filesystem::path& part) {
+        if (fault_.empty() && declaresEntities(part)) {
+            fault_ = "'" + files::toText(part.filename()) +
+                     "' declara entidades, que não são aceitas num esquema.";
+        }
+    }
+
+    /// The file that an include names, seen from the file that it stands in. Only files of the schema's
+    /// folder and below are read.
+    InputSource* openPart(const std::string& name, const std::string& base) {
+        const std::filesystem::path folder = file_.parent_path();
+        const std::filesystem::path from = std::filesystem::path(base).parent_path();
+        const std::filesystem::path part = files::findNoCase(from, name).lexically_normal();
+        const std::filesystem::path inside = part.lexically_relative(folder.lexically_normal());
+        const bool isInFolder = std::filesystem::path(name).is_relative() && !inside.empty() &&
+                                *inside.begin() != ".." && name.find("://") == std::string::npos;
+        auto source = std::make_unique<xerces::FileSource>(part);
         XmlFault fault;
-        if (!inFolder || !source->open(fault)) {
+        if (!isInFolder || !source->open(fault)) {
             if (fault_.empty()) {
                 fault_ = "o arquivo incluído '" + name + "' não pode ser lido.";
             }
-            static const XMLByte nothing = 0;
-            return new MemBufInputSource(&nothing, 0, "");
+            return emptySource();
         }
-        if (std::find(files_.begin(), files_.end(), included) == files_.end()) {
-            files_.push_back(included);
+        refuseEntities(part);
+        if (!fault_.empty()) {
+            return emptySource();
+        }
+        if (std::find(files_.begin(), files_.end(), part) == files_.end()) {
+            files_.push_back(part);
         }
         return source.release();
     }
 
-private:
     std::filesystem::path file_;
     std::vector<std::filesystem::path> files_;
     std::string fault_;

@@ -192,6 +192,7 @@ std::shared_ptr<const Schema> SchemaCache::get(const std::filesystem::path& file
         }
     }
     impl.pool->lockPool();
+    impl.values.attach(*impl.pool);
     store()[file] = schema;
     return schema;
 }

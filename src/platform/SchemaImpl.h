@@ -2,6 +2,7 @@
 
 #include "platform/ContentModel.h"
 #include "platform/Files.h"
+#include "platform/RememberedValues.h"
 #include "platform/SchemaCache.h"
 
 #include <xercesc/framework/XMLGrammarPoolImpl.hpp>
@@ -75,6 +76,7 @@ private:
 /// The compiled schema. What is made on first use (models, names) is not shared between threads: each thread
 /// of a batch takes a schema of its own.
 struct Schema::Impl {
+    RememberedValues values; // outlives the pool that uses it
     std::unique_ptr<xercesc::XMLGrammarPoolImpl> pool;
     std::vector<std::pair<std::filesystem::path, files::Stamp>> files;
     mutable std::unordered_map<const xercesc::ComplexTypeInfo*, TypeModel> models;

@@ -269,8 +269,8 @@
 			.ocorrencias { width: 100%; table-layout: fixed; }
 			.ocorrencias td { overflow-wrap: anywhere; }
 			.ocorrencias tbody tr:nth-child(even) { background: #f6f7f8; }
-			.cNumero { width: 4rem; } .cTipo { width: 7.5rem; } .cDescricao { width: 30%; } .cFundo { width: 9.5rem; }
-			.cSecao { width: 10rem; } .cCampo { width: 9rem; } .cLinha { width: 4.5rem; } .cColuna { width: 4.5rem; }
+			.cNumero { width: 4%; } .cTipo { width: 10%; } .cDescricao { width: 23%; } .cFundo { width: 14%; }
+			.cSecao { width: 11%; } .cCampo { width: 11%; } .cValor { width: 15%; } .cLinha { width: 6%; } .cColuna { width: 6%; }
 			.valor { white-space: pre-wrap; }
 			.dominio { color: #7a4b00; } .estrutura { color: #a01818; } .desconhecido { color: #3c3c8c; }
 			small { color: #4a4a4a; }

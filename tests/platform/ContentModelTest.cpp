@@ -18,6 +18,9 @@ struct Walk {
     ContentExpression expression;
     std::vector<std::pair<std::string, std::string>> children; ///< And what is told about them.
 };
+void PrintTo(const Walk& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class Walks : public ::testing::TestWithParam<Walk> {};
 

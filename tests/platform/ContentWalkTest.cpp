@@ -38,6 +38,9 @@ struct Grammar {
     std::uint32_t min;
     std::uint32_t max;
 };
+void PrintTo(const Grammar& row, std::ostream* out) {
+    *out << row.name;
+}
 
 /// Sequences of five names, each required, optional or repeated.
 class Recovery : public ::testing::TestWithParam<Grammar> {

@@ -259,6 +259,9 @@ struct BrokenSchema {
     std::string text;
     const char* reason;
 };
+void PrintTo(const BrokenSchema& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class BrokenSchemas : public SchemaCacheFixture, public ::testing::WithParamInterface<BrokenSchema> {};
 

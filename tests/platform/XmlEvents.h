@@ -79,6 +79,18 @@ private:
     int schemas_ = 0;
 };
 
+/// A text in UTF-16.
+inline std::string utf16(std::u16string_view text, bool bigEndian) {
+    std::string bytes;
+    for (const char16_t unit : text) {
+        const char high = static_cast<char>(unit >> 8U);
+        const char low = static_cast<char>(unit & 0xFFU);
+        bytes += bigEndian ? high : low;
+        bytes += bigEndian ? low : high;
+    }
+    return bytes;
+}
+
 inline std::string repeated(std::string_view text, std::size_t times) {
     std::string result;
     result.reserve(text.size() * times);

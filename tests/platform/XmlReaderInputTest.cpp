@@ -100,6 +100,9 @@ struct Malformed {
     const char* name;
     std::string document;
 };
+void PrintTo(const Malformed& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class MalformedInput : public XmlReaderInput, public ::testing::WithParamInterface<Malformed> {};
 
@@ -140,11 +143,8 @@ const std::vector<Malformed> malformed{
     {"DeclarationNotFirst", "\n<?xml version=\"1.0\"?><r/>"},
     {"UnknownVersion", "<?xml version=\"7.0\"?><r/>"},
     {"UnknownEncoding", "<?xml version=\"1.0\" encoding=\"KLINGON\"?><r/>"},
-    {"Utf16DeclaredUtf8",
-     std::string("\xFF\xFE<\0?\0x\0m\0l\0 \0v\0e\0r\0s\0i\0o\0n\0=\0'\0001\0.\0000\0'\0 \0"
-                 "e\0n\0c\0o\0d\0i\0n\0g\0=\0'\0U\0T\0F\0-\0008\0'\0?\0>\0<\0r\0/\0>\0",
-                 92)},
-    {"Utf16CutInHalf", std::string("\xFF\xFE<\0r\0/\0>", 9)},
+    {"Utf16DeclaredUtf8", utf16(u"\uFEFF<?xml version='1.0' encoding='UTF-8'?><r/>", false)},
+    {"Utf16CutInHalf", utf16(u"\uFEFF<r/>", false).substr(0, 9)},
     {"Latin1WithoutDeclaration", "<r><a>S\xE3o</a></r>"},
     {"OverlongUtf8", "<r><a>\xC0\xBC</a></r>"},
     {"SurrogateInUtf8", "<r><a>\xED\xA0\x80</a></r>"},

@@ -60,6 +60,9 @@ struct Order {
     std::vector<int> unexpected; ///< Which of them, from 1, are told as misplaced.
     std::string missing;         ///< What is told at the end; empty for nothing.
 };
+void PrintTo(const Order& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class Orders : public XmlReaderFixture, public ::testing::WithParamInterface<Order> {};
 

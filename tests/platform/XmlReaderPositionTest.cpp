@@ -37,22 +37,14 @@ struct Case {
     std::string document;
     std::vector<std::string> places;
 };
+void PrintTo(const Case& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class Places : public XmlReaderPosition, public ::testing::WithParamInterface<Case> {};
 
 TEST_P(Places, AreWhereAPersonCountsThem) {
     EXPECT_EQ(places(GetParam().document), GetParam().places);
-}
-
-std::string utf16(std::u16string_view text, bool bigEndian) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        const char high = static_cast<char>(unit >> 8U);
-        const char low = static_cast<char>(unit & 0xFFU);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
 }
 
 const std::vector<Case> cases{

@@ -21,6 +21,9 @@ struct ValueCase {
     const char* value;
     bool isValid;
 };
+void PrintTo(const ValueCase& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class Values : public XmlReaderFixture, public ::testing::WithParamInterface<ValueCase> {};
 

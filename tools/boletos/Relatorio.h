@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Error.h"
 #include "validation/clsValidador.h"
 
 #include <chrono>
@@ -19,6 +20,15 @@ struct ArquivoValidado {
     std::shared_ptr<const tv::Resultados> resultados;
     std::vector<std::string> avisos; ///< Why checks could not be made.
     std::chrono::duration<double> tempo{};
+
+    /// Every check could be made, whatever it found.
+    bool verificado() const noexcept { return !ilegivel && avisos.empty(); }
+};
+
+/// The report of one file could not be made or written; those of the others still can.
+class FalhaDoRelatorio : public tv::Error {
+public:
+    using tv::Error::Error;
 };
 
 /// A form in which the results of a call are written. Files are told in the order of the arguments, each as
@@ -26,7 +36,7 @@ struct ArquivoValidado {
 class Relatorio {
 public:
     virtual ~Relatorio() = default;
-    /// Throws tv::Error when the report cannot be made or written.
+    /// Throws FalhaDoRelatorio for this file alone, and any other tv::Error when nothing more can be written.
     virtual void arquivo(const ArquivoValidado& validado) = 0;
     /// After the last file.
     virtual void termina() = 0;
@@ -37,7 +47,7 @@ struct Contexto {
     std::shared_ptr<const tv::clsBoleto> layout;
     std::filesystem::path pasta; ///< The application folder.
     std::filesystem::path saida; ///< File or folder named by --saida; empty for standard output.
-    std::size_t arquivos = 0;    ///< How many files the call names.
+    std::vector<std::filesystem::path> arquivos;
 };
 
 /// Lines for people: a file, its findings, a summary at the end.
@@ -51,6 +61,8 @@ std::unique_ptr<Relatorio> relatorioXml(const Contexto& contexto);
 /// The same through the stylesheet XSD/resultado.xsl, in UTF-8.
 std::unique_ptr<Relatorio> relatorioHtml(const Contexto& contexto);
 
+/// Name of a file as every format can hold it: UTF-8 without control characters.
+std::string nomeVisivel(const std::filesystem::path& arquivo);
 /// Name of a finding's field, or the empty text for a finding without a path.
 std::string campoDe(const tv::clsResultado& resultado);
 

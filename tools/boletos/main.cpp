@@ -7,34 +7,53 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
 
+constexpr const char* formatos = "texto, json, xml, html ou junit";
+
+// The library's words begin with the option or argument that they are about.
+std::string doQue(const std::string& palavras) {
+    const std::string nome = palavras.substr(0, palavras.find_first_of(" :"));
+    return nome == "arquivos" ? "o nome de um arquivo" : "a opção " + nome;
+}
+
+// What is wrong about the command itself.
+std::string explicaComando(const CLI::App& programa) {
+    const std::vector<std::string> sobras = programa.remaining();
+    return sobras.empty()
+               ? "Falta o comando: validar ou layouts"
+               : "O comando '" + sobras.front() + "' não existe; os comandos são validar e layouts";
+}
+
 // The library's usage errors in Portuguese.
-std::string explica(const CLI::Error& erro) {
-    const std::string tipo = erro.get_name();
-    if (tipo == "RequiredError") {
-        return "Falta uma parte obrigatória do comando";
+std::string explica(const CLI::App& programa, const CLI::Error& erro) {
+    const std::string palavras = erro.what();
+    switch (static_cast<CLI::ExitCodes>(erro.get_exit_code())) {
+    case CLI::ExitCodes::RequiredError: {
+        const bool faltaComando = palavras.find("subcommand") != std::string::npos;
+        return faltaComando ? explicaComando(programa) : "Falta " + doQue(palavras);
     }
-    if (tipo == "ExtrasError") {
-        return "Há uma opção ou um argumento desconhecido";
+    case CLI::ExitCodes::ExtrasError:
+        return "Não se sabe o que fazer com" + palavras.substr(palavras.find(':') + 1);
+    case CLI::ExitCodes::ValidationError:
+        return "O valor de --formato deve ser " + std::string(formatos);
+    case CLI::ExitCodes::ArgumentMismatch: {
+        const bool falta = palavras.find("missing") != std::string::npos;
+        return falta ? "Falta o valor d" + doQue(palavras) : "Aparece mais de uma vez: " + doQue(palavras);
     }
-    if (tipo == "ValidationError") {
-        return "Uma opção tem um valor que não é permitido";
+    default:
+        return "O comando não foi entendido (" + palavras + ")";
     }
-    if (tipo == "ArgumentMismatch") {
-        return "Falta o valor de uma opção, ou ele aparece mais de uma vez";
-    }
-    return "O comando não foi entendido";
 }
 
 void traduz(CLI::App& programa) {
+    programa.option_defaults()->group("Opções");
     programa.set_help_flag("-h,--help", "Mostra esta ajuda e termina");
     const auto formato = std::make_shared<CLI::Formatter>();
     formato->label("OPTIONS", "OPÇÕES");
-    formato->label("Options", "Opções");
     formato->label("Usage", "Uso");
-    formato->label("Subcommands", "Comandos");
     formato->label("SUBCOMMAND", "COMANDO");
     formato->label("SUBCOMMANDS", "COMANDOS");
     formato->label("Positionals", "Argumentos");
@@ -43,8 +62,7 @@ void traduz(CLI::App& programa) {
     formato->column_width(34);
     programa.formatter(formato);
     programa.failure_message([](const CLI::App* app, const CLI::Error& erro) {
-        return "boletos: " + explica(erro) + " (" + erro.what() + ").\nVeja '" + app->get_name() +
-               " --help'.\n";
+        return "boletos: " + explica(*app, erro) + ".\nVeja 'boletos --help'.\n";
     });
 }
 
@@ -53,6 +71,11 @@ void opcaoPasta(CLI::App& comando, std::filesystem::path& pasta) {
         .add_option("--pasta", pasta,
                     "Pasta da aplicação, com o catálogo e a pasta XSD (normalmente a do programa)")
         ->option_text("DIR");
+}
+
+void prepara(CLI::App& comando) {
+    comando.group("Comandos");
+    comando.get_help_ptr()->group("Opções");
 }
 
 int executa(int argc, char** argv) {
@@ -67,11 +90,13 @@ int executa(int argc, char** argv) {
     std::filesystem::path pasta = pedido.pasta;
 
     CLI::App& validar = *programa.add_subcommand("validar", "Verifica arquivos e escreve o que encontrou");
+    prepara(validar);
     opcaoPasta(validar, pedido.pasta);
     validar.add_option("--layout", pedido.layout, "Layout dos arquivos (veja 'boletos layouts')")
         ->option_text("TAG")
         ->required();
-    validar.add_option("--formato", pedido.formato, "texto (padrão), json, xml, html ou junit")
+    validar
+        .add_option("--formato", pedido.formato, std::string("Um de ") + formatos + " (normalmente texto)")
         ->option_text("FORMATO")
         ->check(CLI::IsMember({"texto", "json", "xml", "html", "junit"}));
     validar
@@ -88,6 +113,7 @@ int executa(int argc, char** argv) {
     CLI::App& layouts =
         *programa.add_subcommand("layouts", "Mostra os layouts do catálogo, separados por tabulação:\n"
                                             "tag, versão, nome, tramador e validador");
+    prepara(layouts);
     opcaoPasta(layouts, pasta);
 
     try {

@@ -1,7 +1,6 @@
 #include "Relatorio.h"
 #include "Saida.h"
 
-#include "platform/Files.h"
 #include "platform/XmlDocument.h"
 
 #include <array>
@@ -38,14 +37,14 @@ public:
     void arquivo(const ArquivoValidado& validado) override {
         tv::XmlNode caso = suite_.appendElement("testcase");
         caso.setAttribute("classname", layout_);
-        caso.setAttribute("name", semControles(tv::files::toText(validado.arquivo)));
+        caso.setAttribute("name", nomeVisivel(validado.arquivo));
         caso.setAttribute("time", segundos(validado.tempo.count()));
         ++casos_;
         tempo_ += validado.tempo.count();
         if (validado.valido) {
             return;
         }
-        const bool naoRodou = validado.ilegivel || !validado.avisos.empty();
+        const bool naoRodou = !validado.verificado();
         ++(naoRodou ? erros_ : falhas_);
         const std::size_t total = validado.resultados->size();
         tv::XmlNode falha = caso.appendElement(naoRodou ? "error" : "failure");

@@ -59,8 +59,10 @@ public:
 
     void arquivo(const ArquivoValidado& validado) override {
         const std::size_t total = validado.resultados->size();
-        std::string texto = validado.valido ? "VÁLIDO    " : "INVÁLIDO  ";
-        texto += emUmaLinha(tv::files::toText(validado.arquivo));
+        std::string texto = !validado.verificado() ? "NÃO VERIFICADO  "
+                            : validado.valido      ? "VÁLIDO    "
+                                                   : "INVÁLIDO  ";
+        texto += nomeVisivel(validado.arquivo);
         texto += total == 0 ? "\n" : "  (" + contagem(total, "resultado", "resultados") + ")\n";
         for (const std::string& aviso : validado.avisos) {
             texto += "  aviso: " + emUmaLinha(aviso) + "\n";
@@ -70,24 +72,32 @@ public:
         }
         saida_.escreve(texto);
         saida_.descarrega();
-        ++arquivos_;
-        validos_ += validado.valido ? 1U : 0U;
+        ++(!validado.verificado() ? naoVerificados_ : validado.valido ? validos_ : invalidos_);
     }
 
     void termina() override {
-        saida_.escreve(contagem(arquivos_, "arquivo", "arquivos") + ": " +
-                       contagem(validos_, "válido", "válidos") + ", " +
-                       contagem(arquivos_ - validos_, "inválido", "inválidos") + "\n");
+        std::string resumo = contagem(validos_ + invalidos_ + naoVerificados_, "arquivo", "arquivos") + ": " +
+                             contagem(validos_, "válido", "válidos") + ", " +
+                             contagem(invalidos_, "inválido", "inválidos");
+        if (naoVerificados_ > 0) {
+            resumo += ", " + contagem(naoVerificados_, "não verificado", "não verificados");
+        }
+        saida_.escreve(resumo + "\n");
         saida_.termina();
     }
 
 private:
     Saida saida_;
-    std::size_t arquivos_ = 0;
     std::size_t validos_ = 0;
+    std::size_t invalidos_ = 0;
+    std::size_t naoVerificados_ = 0;
 };
 
 } // namespace
+
+std::string nomeVisivel(const std::filesystem::path& arquivo) {
+    return emUmaLinha(tv::files::toText(arquivo));
+}
 
 std::string campoDe(const tv::clsResultado& resultado) {
     return resultado.TAGpath().empty() ? std::string() : resultado.getCampo();

@@ -7,67 +7,96 @@
 #include "platform/text.h"
 #include "validation/documentoResultado.h"
 
+#include <optional>
 #include <set>
+#include <utility>
 
 namespace boletos {
 
 namespace {
 
+/// Number of a report that cannot be made.
+constexpr std::int32_t naoGerado = -2147221504;
+
+// The name stands in a CDATA section, which nothing in it may end.
 std::string documentoDe(const ArquivoValidado& validado, const tv::clsBoleto& layout) {
-    return tv::montaDocumentoResultado(*validado.resultados, layout.getTitulo(),
-                                       tv::text::sanitizeUtf8(tv::files::toText(validado.arquivo)));
+    const std::string nome = tv::text::replaceAll(nomeVisivel(validado.arquivo), "]]>", "]] >");
+    return tv::montaDocumentoResultado(*validado.resultados, layout.getTitulo(), nome);
 }
 
 // One report a file: on standard output one after the other, in the file that --saida names when there is
 // only one, otherwise in the folder that it names.
 class UmPorArquivo : public Relatorio {
 public:
-    UmPorArquivo(Contexto contexto, std::string extensao)
-        : contexto_(std::move(contexto))
-        , extensao_(std::move(extensao)) {
-        const bool terminaEmPasta = !contexto_.saida.empty() && !contexto_.saida.has_filename();
-        emPasta_ = !contexto_.saida.empty() && (contexto_.arquivos > 1 || terminaEmPasta ||
-                                                std::filesystem::is_directory(contexto_.saida));
-        if (emPasta_) {
-            criaPasta();
+    UmPorArquivo(const Contexto& contexto, const std::string& extensao)
+        : layout_(contexto.layout) {
+        const std::filesystem::path& saida = contexto.saida;
+        const bool emPasta = !saida.empty() && (contexto.arquivos.size() > 1 || !saida.has_filename() ||
+                                                std::filesystem::is_directory(saida));
+        if (emPasta) {
+            criaPasta(saida);
+            daNomes(contexto, extensao);
+        } else {
+            unica_.emplace(saida);
         }
     }
 
     void arquivo(const ArquivoValidado& validado) override {
-        Saida saida(emPasta_ ? nomeNaPasta(validado.arquivo) : contexto_.saida);
-        saida.escreve(conteudo(validado));
-        saida.termina();
+        if (unica_) {
+            unica_->escreve(conteudo(validado));
+            unica_->descarrega();
+            return;
+        }
+        try {
+            Saida saida(nomes_.at(proximo_++));
+            saida.escreve(conteudo(validado));
+            saida.termina();
+        } catch (const tv::Error& falha) {
+            throw FalhaDoRelatorio(falha.number(), falha.source(), falha.description());
+        }
     }
-    void termina() override {}
+
+    void termina() override {
+        if (unica_) {
+            unica_->termina();
+        }
+    }
 
 protected:
+    /// Throws FalhaDoRelatorio when the report cannot be made.
     virtual std::string conteudo(const ArquivoValidado& validado) const = 0;
-    const Contexto& contexto() const noexcept { return contexto_; }
+    const tv::clsBoleto& layout() const noexcept { return *layout_; }
 
 private:
-    void criaPasta() const {
+    static void criaPasta(const std::filesystem::path& pasta) {
         std::error_code erro;
-        std::filesystem::create_directories(contexto_.saida, erro);
-        if (!std::filesystem::is_directory(contexto_.saida)) {
+        std::filesystem::create_directories(pasta, erro);
+        if (!std::filesystem::is_directory(pasta)) {
             throw tv::Error(tv::errc::pathNotFound, "boletos",
-                            "Não foi possível criar a pasta '" + tv::files::toText(contexto_.saida) + "'");
+                            "Não foi possível criar a pasta '" + tv::files::toText(pasta) + "'.");
         }
     }
 
     // Files of one name from different folders get a number.
-    std::filesystem::path nomeNaPasta(const std::filesystem::path& arquivo) {
-        const std::string base = tv::files::toText(arquivo.stem());
-        std::string nome = base + extensao_;
-        for (int n = 2; !usados_.insert(nome).second; ++n) {
-            nome = base + "_" + std::to_string(n) + extensao_;
+    void daNomes(const Contexto& contexto, const std::string& extensao) {
+        const Protegidos protegidos(contexto.arquivos);
+        std::set<std::filesystem::path> usados;
+        for (const std::filesystem::path& arquivo : contexto.arquivos) {
+            std::filesystem::path nome = arquivo.stem();
+            nome += extensao;
+            for (int n = 2; !usados.insert(nome).second; ++n) {
+                nome = arquivo.stem();
+                nome += "_" + std::to_string(n) + extensao;
+            }
+            nomes_.push_back(contexto.saida / nome);
+            protegidos.confere(nomes_.back());
         }
-        return contexto_.saida / nome;
     }
 
-    Contexto contexto_;
-    std::string extensao_;
-    bool emPasta_ = false;
-    std::set<std::string> usados_;
+    std::shared_ptr<const tv::clsBoleto> layout_;
+    std::optional<Saida> unica_;
+    std::vector<std::filesystem::path> nomes_; // of the reports in a folder
+    std::size_t proximo_ = 0;
 };
 
 class Xml final : public UmPorArquivo {
@@ -77,7 +106,7 @@ public:
 
 protected:
     std::string conteudo(const ArquivoValidado& validado) const override {
-        return tv::text::toLatin1Markup(documentoDe(validado, *contexto().layout)) + "\n";
+        return tv::text::toLatin1Markup(documentoDe(validado, layout())) + "\n";
     }
 };
 
@@ -97,10 +126,16 @@ public:
 protected:
     std::string conteudo(const ArquivoValidado& validado) const override {
         tv::XmlDocument documento;
-        if (!documento.loadXML(documentoDe(validado, *contexto().layout))) {
-            throw tv::Error(-2147221504, "boletos", "Não foi possível gerar arquivo de resultado");
+        if (!documento.loadXML(documentoDe(validado, layout()))) {
+            throw FalhaDoRelatorio(naoGerado, "boletos",
+                                   "Não foi possível gerar arquivo de resultado: " + documento.parseError());
         }
-        return folha_->apply(documento);
+        try {
+            return folha_->apply(documento);
+        } catch (const tv::Error& falha) {
+            throw FalhaDoRelatorio(naoGerado, "boletos",
+                                   "Não foi possível gerar arquivo de resultado: " + falha.description());
+        }
     }
 
 private:

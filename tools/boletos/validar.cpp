@@ -1,5 +1,6 @@
 #include "Catalogo.h"
 #include "Relatorio.h"
+#include "Saida.h"
 #include "comandos.h"
 
 #include "platform/Error.h"
@@ -44,7 +45,7 @@ public:
     void mostra(std::size_t n, const std::filesystem::path& arquivo) const {
         if (ativo_) {
             static_cast<void>(std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", n, total_,
-                                           tv::files::toText(arquivo.filename()).c_str()));
+                                           nomeVisivel(arquivo.filename()).c_str()));
         }
     }
     void apaga() const {
@@ -67,55 +68,106 @@ ArquivoValidado verifica(tv::clsValidador& validador, const std::filesystem::pat
     validado.tempo = std::chrono::steady_clock::now() - inicio;
     validado.arquivo = arquivo;
     validado.avisos = validador.getAvisos();
-    validado.ilegivel = validador.arquivoIlegivel();
     // A run that could not begin leaves the findings of the file before.
     const bool rodou = validador.getResultado() != antes;
     validado.resultados = rodou ? validador.getResultado() : std::make_shared<const tv::Resultados>();
-    validado.valido = rodou && semResultado && validado.avisos.empty();
+    if (!rodou && validado.avisos.empty()) {
+        validado.avisos.emplace_back("O nome do arquivo está em branco");
+    }
+    validado.ilegivel = validador.arquivoIlegivel();
+    validado.valido = semResultado && validado.verificado();
     return validado;
 }
 
 int statusDe(const ArquivoValidado& validado) {
-    if (validado.ilegivel || !validado.avisos.empty()) {
+    if (!validado.verificado()) {
         return status::falha;
     }
     return validado.valido ? status::valido : status::invalido;
 }
 
+void avisa(const std::filesystem::path& arquivo, const std::string& aviso) {
+    static_cast<void>(std::fprintf(stderr, "boletos: %s: %s\n", nomeVisivel(arquivo).c_str(), aviso.c_str()));
+}
+
+// Why a file was not checked, for people who read no report.
+void avisaMotivos(const ArquivoValidado& validado) {
+    for (const std::string& aviso : validado.avisos) {
+        avisa(validado.arquivo, aviso);
+    }
+    if (validado.ilegivel && !validado.resultados->empty()) {
+        avisa(validado.arquivo, validado.resultados->front().Descricao());
+    }
+}
+
+// Ctrl-C asks for the end behind the file under way; a second one ends the program at once. A reader of the
+// output that has gone away is a failure to write, not the end of the program without a word.
+void trataSinais() {
+    struct sigaction aoFim = {};
+    aoFim.sa_handler = aoInterromper;
+    aoFim.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    static_cast<void>(sigaction(SIGINT, &aoFim, nullptr));
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+}
+
+/// The call's files one after the other, by one validator.
+class Lote {
+public:
+    Lote(const Contexto& contexto, Relatorio& relatorio)
+        : contexto_(contexto)
+        , relatorio_(relatorio)
+        , progresso_(contexto.arquivos.size()) {}
+
+    /// Gives the status of the files.
+    int verificaTodos() {
+        for (const std::filesystem::path& arquivo : contexto_.arquivos) {
+            if (interrompido != 0) {
+                break;
+            }
+            progresso_.mostra(++feitos_, arquivo);
+            const ArquivoValidado validado = verifica(validador_, arquivo, contexto_.layout);
+            progresso_.apaga();
+            avisaMotivos(validado);
+            relata(validado);
+            status_ = std::max(status_, statusDe(validado));
+        }
+        relatorio_.termina();
+        return feitos_ < contexto_.arquivos.size() ? avisaInterrupcao() : status_;
+    }
+
+private:
+    void relata(const ArquivoValidado& validado) {
+        try {
+            relatorio_.arquivo(validado);
+        } catch (const FalhaDoRelatorio& falha) {
+            avisa(validado.arquivo, falha.description());
+            status_ = status::falha;
+        }
+    }
+
+    int avisaInterrupcao() const {
+        static_cast<void>(std::fprintf(stderr, "boletos: interrompido depois de %zu de %zu arquivos\n",
+                                       feitos_, contexto_.arquivos.size()));
+        return status::falha;
+    }
+
+    const Contexto& contexto_;
+    Relatorio& relatorio_;
+    Progresso progresso_;
+    tv::clsValidador validador_;
+    std::size_t feitos_ = 0;
+    int status_ = status::valido;
+};
+
 } // namespace
 
 int validar(const PedidoValidar& pedido) {
+    trataSinais();
     const Catalogo catalogo(pedido.pasta);
-    const Contexto contexto{catalogo.layout(pedido.layout), pedido.pasta, pedido.saida,
-                            pedido.arquivos.size()};
+    const Contexto contexto{catalogo.layout(pedido.layout), pedido.pasta, pedido.saida, pedido.arquivos};
+    Protegidos(pedido.arquivos).confere(pedido.saida);
     const std::unique_ptr<Relatorio> relatorio = fabricaDe(pedido.formato)(contexto);
-    static_cast<void>(std::signal(SIGINT, aoInterromper));
-
-    tv::clsValidador validador;
-    const Progresso progresso(pedido.arquivos.size());
-    int resultado = status::valido;
-    std::size_t n = 0;
-    for (const std::filesystem::path& arquivo : pedido.arquivos) {
-        if (interrompido != 0) {
-            break;
-        }
-        progresso.mostra(++n, arquivo);
-        const ArquivoValidado validado = verifica(validador, arquivo, contexto.layout);
-        progresso.apaga();
-        for (const std::string& aviso : validado.avisos) {
-            static_cast<void>(
-                std::fprintf(stderr, "boletos: %s: %s\n", tv::files::toText(arquivo).c_str(), aviso.c_str()));
-        }
-        relatorio->arquivo(validado);
-        resultado = std::max(resultado, statusDe(validado));
-    }
-    relatorio->termina();
-    if (n < pedido.arquivos.size()) {
-        static_cast<void>(std::fprintf(stderr, "boletos: interrompido depois de %zu de %zu arquivos\n", n,
-                                       pedido.arquivos.size()));
-        return status::falha;
-    }
-    return resultado;
+    return Lote(contexto, *relatorio).verificaTodos();
 }
 
 } // namespace boletos

@@ -1,3 +1,4 @@
+#include "Saida.h"
 #include "comandos.h"
 
 #include "platform/Error.h"
@@ -5,7 +6,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <csignal>
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -73,9 +77,70 @@ void opcaoPasta(CLI::App& comando, std::filesystem::path& pasta) {
         ->option_text("DIR");
 }
 
-void prepara(CLI::App& comando) {
+CLI::App& novoComando(CLI::App& programa, const std::string& nome, const std::string& ajuda) {
+    CLI::App& comando = *programa.add_subcommand(nome, ajuda);
     comando.group("Comandos");
     comando.get_help_ptr()->group("Opções");
+    return comando;
+}
+
+// The library takes "[a,b]" for a list of two. A mark behind such an argument keeps it the one name that it
+// is.
+constexpr char marca = '\x1F';
+
+std::vector<std::string> marcados(int argc, char** argv) {
+    std::vector<std::string> argumentos(argv + 1, argv + argc);
+    for (std::string& argumento : argumentos) {
+        if (argumento.size() > 1 && argumento.front() == '[' && argumento.back() == ']') {
+            argumento += marca;
+        }
+    }
+    std::reverse(argumentos.begin(), argumentos.end()); // as the library takes them
+    return argumentos;
+}
+
+std::string semMarca(std::string texto) {
+    if (texto.ends_with(std::string("]") + marca)) {
+        texto.pop_back();
+    }
+    return texto;
+}
+
+void opcoesDeValidar(CLI::App& comando, boletos::PedidoValidar& pedido) {
+    opcaoPasta(comando, pedido.pasta);
+    comando.add_option("--layout", pedido.layout, "Layout dos arquivos (veja 'boletos layouts')")
+        ->option_text("TAG")
+        ->required();
+    comando
+        .add_option("--formato", pedido.formato, std::string("Um de ") + formatos + " (normalmente texto)")
+        ->option_text("FORMATO")
+        ->check(CLI::IsMember({"texto", "json", "xml", "html", "junit"}));
+    comando
+        .add_option("--saida", pedido.saida,
+                    "Arquivo do relatório; com xml e html, a pasta quando há mais de um arquivo")
+        ->option_text("ARQ");
+    comando.add_option("arquivos", pedido.arquivos, "Arquivos XML, verificados nesta ordem")
+        ->option_text("ARQUIVO...")
+        ->required();
+    comando.footer(
+        "Termina com 0 se todos os arquivos são válidos, 1 se algum não é, e 2 se algo não pôde ser\n"
+        "verificado: uso errado, catálogo, layout, arquivo, esquema ou folha que não pode ser lida.");
+}
+
+// Ends a call that runs no command: help and version on standard output, wrong usage on standard error.
+int semComando(const CLI::App& programa, const CLI::ParseError& erro) {
+    std::ostringstream ajuda;
+    std::ostringstream queixa;
+    if (programa.exit(erro, ajuda, queixa) == 0) {
+        boletos::Saida saida({});
+        saida.escreve(ajuda.str());
+        saida.termina();
+        return boletos::status::valido;
+    }
+    std::string texto = queixa.str();
+    std::erase(texto, marca);
+    static_cast<void>(std::fputs(texto.c_str(), stderr));
+    return boletos::status::falha;
 }
 
 int executa(int argc, char** argv) {
@@ -88,45 +153,35 @@ int executa(int argc, char** argv) {
     boletos::PedidoValidar pedido;
     pedido.pasta = tv::files::executableFolder();
     std::filesystem::path pasta = pedido.pasta;
-
-    CLI::App& validar = *programa.add_subcommand("validar", "Verifica arquivos e escreve o que encontrou");
-    prepara(validar);
-    opcaoPasta(validar, pedido.pasta);
-    validar.add_option("--layout", pedido.layout, "Layout dos arquivos (veja 'boletos layouts')")
-        ->option_text("TAG")
-        ->required();
-    validar
-        .add_option("--formato", pedido.formato, std::string("Um de ") + formatos + " (normalmente texto)")
-        ->option_text("FORMATO")
-        ->check(CLI::IsMember({"texto", "json", "xml", "html", "junit"}));
-    validar
-        .add_option("--saida", pedido.saida,
-                    "Arquivo do relatório; com xml e html, a pasta quando há mais de um arquivo")
-        ->option_text("ARQ");
-    validar.add_option("arquivos", pedido.arquivos, "Arquivos XML, verificados nesta ordem")
-        ->option_text("ARQUIVO...")
-        ->required();
-    validar.footer(
-        "Termina com 0 se todos os arquivos são válidos, 1 se algum não é, e 2 se algo não pôde ser\n"
-        "verificado: uso errado, catálogo, layout, arquivo, esquema ou folha que não pode ser lida.");
-
-    CLI::App& layouts =
-        *programa.add_subcommand("layouts", "Mostra os layouts do catálogo, separados por tabulação:\n"
-                                            "tag, versão, nome, tramador e validador");
-    prepara(layouts);
+    opcoesDeValidar(novoComando(programa, "validar", "Verifica arquivos e escreve o que encontrou"), pedido);
+    CLI::App& layouts = novoComando(programa, "layouts",
+                                    "Mostra os layouts do catálogo, separados por tabulação:\n"
+                                    "tag, versão, nome, tramador e validador");
     opcaoPasta(layouts, pasta);
 
     try {
-        programa.parse(argc, argv);
+        programa.parse(marcados(argc, argv));
     } catch (const CLI::ParseError& erro) {
-        return programa.exit(erro) == 0 ? boletos::status::valido : boletos::status::falha;
+        return semComando(programa, erro);
     }
-    return layouts.parsed() ? boletos::layouts(pasta) : boletos::validar(pedido);
+    if (layouts.parsed()) {
+        return boletos::layouts(semMarca(pasta.string()));
+    }
+    pedido.layout = semMarca(pedido.layout);
+    for (std::filesystem::path* nome : {&pedido.pasta, &pedido.saida}) {
+        *nome = semMarca(nome->string());
+    }
+    for (std::filesystem::path& arquivo : pedido.arquivos) {
+        arquivo = semMarca(arquivo.string());
+    }
+    return boletos::validar(pedido);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    // A reader that goes away is a failure to write, not the end of the program without a word.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     try {
         return executa(argc, argv);
     } catch (const std::exception& falha) {

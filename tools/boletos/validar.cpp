@@ -100,14 +100,12 @@ void avisaMotivos(const ArquivoValidado& validado) {
     }
 }
 
-// Ctrl-C asks for the end behind the file under way; a second one ends the program at once. A reader of the
-// output that has gone away is a failure to write, not the end of the program without a word.
-void trataSinais() {
+// Ctrl-C asks for the end behind the file under way; a second one ends the program at once.
+void trataInterrupcao() {
     struct sigaction aoFim = {};
     aoFim.sa_handler = aoInterromper;
     aoFim.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     static_cast<void>(sigaction(SIGINT, &aoFim, nullptr));
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
 /// The call's files one after the other, by one validator.
@@ -162,7 +160,7 @@ private:
 } // namespace
 
 int validar(const PedidoValidar& pedido) {
-    trataSinais();
+    trataInterrupcao();
     const Catalogo catalogo(pedido.pasta);
     const Contexto contexto{catalogo.layout(pedido.layout), pedido.pasta, pedido.saida, pedido.arquivos};
     Protegidos(pedido.arquivos).confere(pedido.saida);

@@ -1,17 +1,19 @@
 #pragma once
 
+#include <xercesc/framework/XMLEntityHandler.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/validators/DTD/DocTypeHandler.hpp>
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace tv {
 
 /// Bounds what the entities of a document's own DOCTYPE can grow into: 1,000 references, and declared texts
-/// of 20,000 characters together.
-class EntityGuard : public xercesc::DocTypeHandler {
+/// of 20,000 characters together. What lies outside of the document is empty: nothing is read.
+class EntityGuard : public xercesc::DocTypeHandler, public xercesc::XMLEntityHandler {
 public:
     EntityGuard() { limits_.setEntityExpansionLimit(maxReferences); }
 
@@ -19,10 +21,18 @@ public:
     void reset() noexcept { declared_ = 0; }
     /// What is called at the end of a DOCTYPE; with true when its closing ">" is still to be read.
     void onDocTypeEnd(std::function<void(bool)> action) { docTypeEnd_ = std::move(action); }
+    /// What is called with the name of each outside file whose text a document asks for.
+    void onOutside(std::function<void(const std::string&)> action) { outside_ = std::move(action); }
     /// What a declaration throws that takes the entities beyond their bound.
     struct TooLarge {};
 
     void entityDecl(const xercesc::DTDEntityDecl& entity, bool isParameterEntity, bool isIgnored) override;
+
+    xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
+    void endInputSource(const xercesc::InputSource& /*source*/) override {}
+    void startInputSource(const xercesc::InputSource& /*source*/) override {}
+    bool expandSystemId(const XMLCh* /*systemId*/, xercesc::XMLBuffer& /*toFill*/) override { return false; }
+    void resetEntities() override {}
 
     void attDef(const xercesc::DTDElementDecl& /*e*/, const xercesc::DTDAttDef& /*a*/,
                 bool /*ignoring*/) override {}
@@ -57,6 +67,7 @@ private:
     xercesc::SecurityManager limits_;
     std::size_t declared_ = 0;
     std::function<void(bool)> docTypeEnd_;
+    std::function<void(const std::string&)> outside_;
 };
 
 } // namespace tv

@@ -258,7 +258,10 @@ bool FileSource::open(XmlFault& fault) {
     }
     stream_.reset(std::fopen(file_.c_str(), "rb"));
     if (!stream_) {
-        return refuse(xmlcode::fileNotReadable, std::generic_category().message(errno) + ".");
+        const int reason = errno;
+        return refuse(xmlcode::fileNotReadable, reason == EACCES
+                                                    ? "sem permissão de leitura."
+                                                    : std::generic_category().message(reason) + ".");
     }
     return true;
 }

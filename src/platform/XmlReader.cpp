@@ -6,15 +6,12 @@
 #include "platform/Utf8Fault.h"
 #include "platform/XercesSupport.h"
 
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLDocumentHandler.hpp>
-#include <xercesc/framework/XMLEntityHandler.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/framework/XMLErrorReporter.hpp>
 #include <xercesc/framework/XMLValidityCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/internal/XMLScannerResolver.hpp>
-#include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/common/GrammarResolver.hpp>
@@ -49,7 +46,7 @@ std::int32_t validityCode(unsigned int number) {
 //
 // The scanner tells where it stands only when an event is over. The place of the "<" of a tag is therefore
 // the place at which the event before it ended: between two events there is no text that made no event.
-struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler, SchemaFaults, XmlLocator {
+struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, XmlLocator {
     explicit Impl(std::shared_ptr<const Schema> schemaToUse)
         : schema(std::move(schemaToUse))
         , resolver(schema->impl().pool.get())
@@ -58,8 +55,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         scanner->setURIStringPool(resolver.getStringPool());
         scanner->setDocHandler(this);
         scanner->setErrorReporter(this);
-        scanner->setEntityHandler(this);
+        scanner->setEntityHandler(&guard);
         guard.onDocTypeEnd([this](bool isBracketDue) { docTypeEnds(isBracketDue); });
+        guard.onOutside([this](const std::string& name) { textIsOutside(name); });
         scanner->setDocTypeHandler(&guard);
         scanner->setSecurityManager(&guard.limits());
         scanner->setDoNamespaces(true);
@@ -253,6 +251,14 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         eventEnd.column += isBracketDue ? 1 : 0;
     }
 
+    // The text that the document means is not there: that must not pass for a valid file.
+    void textIsOutside(const std::string& name) {
+        if (openElements > 0) {
+            textFaults.push_back({validityCode(XMLValid::VC_EntityNotFound),
+                                  "A entidade externa '" + name + "' não é lida.", here()});
+        }
+    }
+
     void docComment(const XMLCh* const /*comment*/) override { otherMarkup(); }
     void docPI(const XMLCh* const /*target*/, const XMLCh* const /*data*/) override { otherMarkup(); }
     void otherMarkup() {
@@ -359,23 +365,6 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, XMLEntityHandler,
         }
     }
     void resetErrors() override {}
-
-    // --- entities: nothing outside of the document is read
-
-    void endInputSource(const InputSource& /*source*/) override {}
-    bool expandSystemId(const XMLCh* const /*systemId*/, XMLBuffer& /*toFill*/) override { return false; }
-    void resetEntities() override {}
-    InputSource* resolveEntity(XMLResourceIdentifier* resource) override {
-        if (openElements > 0) {
-            // The text that the document means is not there: that must not pass for a valid file.
-            textFaults.push_back(
-                {validityCode(XMLValid::VC_EntityNotFound),
-                 "A entidade externa '" + xerces::toUtf8(resource->getSystemId()) + "' não é lida.", here()});
-        }
-        static const XMLByte nothing = 0;
-        return new MemBufInputSource(&nothing, 0, "");
-    }
-    void startInputSource(const InputSource& /*source*/) override {}
 
     std::shared_ptr<const Schema> schema;
     GrammarResolver resolver;

@@ -131,6 +131,17 @@ TEST_F(XmlReaderPosition, OfValuesAroundBufferEnds) {
     }
 }
 
+TEST_F(XmlReaderPosition, OfValuesAroundBufferEndsWithAccents) {
+    // The bytes of a letter are cut by a buffer's end for every other shift.
+    for (const std::size_t letters : {8192U, 16384U, 24576U, 49152U}) {
+        for (std::size_t count = letters - 12; count < letters + 3; ++count) {
+            const std::string document =
+                "<r><t>" + repeated("\u00E9", count) + "</t><v>\u00E9\u00E9x</v></r>";
+            EXPECT_THAT(places(document), ElementsAre("C00CE184 1:" + std::to_string(count + 17))) << count;
+        }
+    }
+}
+
 TEST_F(XmlReaderPosition, OfValuesAroundBufferEndsWithLineBreaks) {
     // The pair of a line break is cut by a buffer's end for one of the shifts.
     for (const std::size_t edge : {16384U, 49152U}) {

@@ -276,6 +276,18 @@ std::vector<std::size_t> RecordSet::rows() const {
     return result;
 }
 
+const Value* RecordSet::cell(std::size_t row, std::size_t column) const noexcept {
+    return rows_->isLive(row) && column < rows_->columns.size() ? &rows_->get(row, column) : nullptr;
+}
+
+bool RecordSet::shows(std::size_t row) const noexcept {
+    return view_->shows(*rows_, row);
+}
+
+bool RecordSet::isNew(std::size_t row) const noexcept {
+    return rows_->fresh.contains(row);
+}
+
 std::unique_ptr<RecordSet> RecordSet::Clone() const {
     auto clone = std::make_unique<RecordSet>();
     clone->rows_ = rows_;

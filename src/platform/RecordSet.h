@@ -85,6 +85,14 @@ public:
     /// Row numbers of the view, in order.
     std::vector<std::size_t> rows() const;
 
+    /// The value of any row by its number and the column's position from 0, wherever the cursor stands and
+    /// whatever the filter shows. Null where there is no such row any more, or no such column.
+    const Value* cell(std::size_t row, std::size_t column) const noexcept;
+    /// True when the view shows the row of that number.
+    bool shows(std::size_t row) const noexcept;
+    /// True for a row that AddNew made and no Update has ended yet.
+    bool isNew(std::size_t row) const noexcept;
+
     /// Another view on the same rows, unfiltered, standing on the first.
     std::unique_ptr<RecordSet> Clone() const;
 

@@ -1,6 +1,7 @@
 #include "app/clsTramadorValidador.h"
 
 #include "logging/Routine.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/XmlDocument.h"
 #include "platform/text.h"
@@ -37,8 +38,17 @@ void requireWritable(clsLogger& logger) {
     }
 }
 
+XmlNode nodeAt(const XmlNode& root, std::string_view path) {
+    const XmlNode node = root.selectSingleNode(path);
+    if (!node) {
+        throw Error(errc::objectNotSet, "clsTramadorValidador",
+                    "Falta no catálogo o elemento '" + std::string(path) + "'");
+    }
+    return node;
+}
+
 std::string textAt(const XmlNode& root, std::string_view path) {
-    return root.selectSingleNode(path).text();
+    return nodeAt(root, path).text();
 }
 
 std::shared_ptr<clsTabela> readTable(const XmlNode& element) {
@@ -93,7 +103,7 @@ bool clsTramadorValidador::loadCabecalho(const std::string& fullName) {
     setEmail(textAt(root, "app/email/caption"));
     setEmailLink(textAt(root, "app/email/link"));
     setDescricao(textAt(root, "app/descricao"));
-    const XmlNode logger = root.child("logger");
+    const XmlNode logger = nodeAt(root, "logger");
     setLogger(logger.getNamedItem("type"), logger.getNamedItem("level"));
     return true;
 }

@@ -1,5 +1,6 @@
 #include "platform/ContentModel.h"
 
+#include "platform/ContentLists.h"
 #include "platform/Error.h"
 
 #include <algorithm>
@@ -9,23 +10,14 @@
 
 namespace tv {
 
+using content::addOnce;
+using content::holds;
+
 namespace {
 
 constexpr std::size_t maxPositions = 4096;
 /// From so many optional copies of a single name on, its children are counted.
 constexpr std::uint32_t countedFrom = 32;
-
-template<typename T>
-bool holds(const std::vector<T>& items, const T& item) {
-    return std::find(items.begin(), items.end(), item) != items.end();
-}
-
-template<typename T>
-void addOnce(std::vector<T>& items, const T& item) {
-    if (!holds(items, item)) {
-        items.push_back(item);
-    }
-}
 
 void requireRoom(std::size_t positions) {
     if (positions >= maxPositions) {

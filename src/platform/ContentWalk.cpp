@@ -1,3 +1,4 @@
+#include "platform/ContentLists.h"
 #include "platform/ContentModel.h"
 
 #include <algorithm>
@@ -6,21 +7,8 @@
 
 namespace tv {
 
-namespace {
-
-template<typename T>
-bool holds(const std::vector<T>& items, const T& item) {
-    return std::find(items.begin(), items.end(), item) != items.end();
-}
-
-template<typename T>
-void addOnce(std::vector<T>& items, const T& item) {
-    if (!holds(items, item)) {
-        items.push_back(item);
-    }
-}
-
-} // namespace
+using content::addOnce;
+using content::holds;
 
 bool ContentWalk::childInAnyOrder(ChildName child) {
     if (seen_.empty()) {

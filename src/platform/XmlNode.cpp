@@ -150,10 +150,13 @@ void XmlNode::setText(std::string_view text) {
 }
 
 std::string XmlNode::getNamedItem(std::string_view name) const {
-    if (const xmlAttr* found = findAttribute(require(node_), name)) {
+    xmlNode* node = require(node_);
+    if (const xmlAttr* found = findAttribute(node, name)) {
         return valueOf(found);
     }
-    throw Error(errc::objectNotSet, "XmlNode", "O atributo não existe: " + std::string(name));
+    throw Error(errc::objectNotSet, "XmlNode",
+                "O elemento '" + std::string(view(node->name)) + "' da linha " +
+                    std::to_string(xmlGetLineNo(node)) + " não tem o atributo '" + std::string(name) + "'");
 }
 
 std::optional<std::string> XmlNode::attribute(std::string_view name) const {

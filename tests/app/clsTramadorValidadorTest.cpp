@@ -7,6 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/Files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tv {
@@ -64,10 +65,12 @@ struct CatalogTest : ::testing::Test {
             clsTramadorValidador catalog;
             catalog.load(folder.text(), fileName);
         } catch (const Error& error) {
+            reason = error.description();
             return error.number();
         }
         return 0;
     }
+    std::string reason; ///< Of the last errorOf.
 };
 
 TEST_F(CatalogTest, ReadsTheApplicationsData) {
@@ -195,6 +198,17 @@ TEST_F(CatalogTest, MissingAttributesRaiseError91) {
     EXPECT_EQ(errorOf({.tabelas = tabela("t", without(entrada("A", "1"), "valor"))}), 91);
     EXPECT_EQ(errorOf({.tabelas = tabela("t", without(entrada("A", "1"), "descricao"))}), 91);
     EXPECT_EQ(errorOf({.boletos = without(BoletoXml().xml(), "validador")}), 91);
+}
+
+TEST_F(CatalogTest, WhatIsMissingIsNamed) {
+    errorOf({.logger = ""});
+    EXPECT_EQ(reason, "Falta no catálogo o elemento 'logger'");
+    errorOf({.tabelas = "\n<TABELA/>"});
+    EXPECT_THAT(reason,
+                ::testing::MatchesRegex("O elemento 'TABELA' da linha [0-9]+ não tem o atributo 'id'"));
+    errorOf({.boletos = without(BoletoXml().xml(), "validador")});
+    EXPECT_THAT(reason, ::testing::HasSubstr("'BOLETO'"));
+    EXPECT_THAT(reason, ::testing::HasSubstr("'validador'"));
 }
 
 TEST_F(CatalogTest, EmptyTextsOfTheApplicationAreAllowed) {

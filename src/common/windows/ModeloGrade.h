@@ -21,14 +21,14 @@ namespace tv {
 
 /// How a column of a grid looks.
 struct ColunaGrade {
-    QString titulo;      ///< Header.
-    bool oculta = false; ///< Not shown.
-    std::string formato; ///< Pattern of the general formatter; empty shows the default text.
-    Qt::Alignment alinhamento = Qt::AlignLeft; ///< Of the cells.
-    int largura = 100;                         ///< Pixels at 96 dpi.
-    std::optional<QFont> fonte;                ///< Of the cells; otherwise the grid's own.
-    std::shared_ptr<const clsTabela> tabela;   ///< Shows the table's text for a code.
-    bool editavel = false;                     ///< Whether its cells take the keyboard.
+    QString titulo = {};      ///< Header.
+    bool oculta = false;      ///< Not shown.
+    std::string formato = {}; ///< Pattern of the general formatter; empty shows the default text.
+    Qt::Alignment alinhamento = Qt::AlignLeft;         ///< Of the cells.
+    int largura = 100;                                 ///< Pixels at 96 dpi.
+    std::optional<QFont> fonte = std::nullopt;         ///< Of the cells; otherwise the grid's own.
+    std::shared_ptr<const clsTabela> tabela = nullptr; ///< Shows the table's text for a code.
+    bool editavel = false;                             ///< Whether its cells take the keyboard.
 };
 
 /// The view model of all grids: the rows that a record set shows, with a look for each column, and for each

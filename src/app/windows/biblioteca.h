@@ -3,6 +3,14 @@
 /// The program's start and end.
 namespace tv::biblioteca {
 
+/// Runs the whole program inside of the QApplication that stands: Portuguese texts, turns for long runs,
+/// start-up window, event loop, and in the end the release of main window and catalog. Gives the process's
+/// exit status.
+int executa();
+
+/// Gives long runs the event loop for their turns, so that windows draw and take clicks meanwhile.
+void ligaTurnos();
+
 /// Reads the catalog, makes the logger, titles the main window and builds its menus. A failure shows two
 /// messages and ends the process.
 void iniciaSistema();
@@ -10,7 +18,8 @@ void iniciaSistema();
 /// Asks the user and, on Sim, closes all windows, releases the catalog and ends the process.
 void closeApplication();
 
-/// Ends the process at once, without a question and without cleaning up.
+/// Ends the process at once, without a question and without cleaning up. What was written to files stays
+/// written.
 [[noreturn]] void encerraProcesso(int estado);
 
 } // namespace tv::biblioteca

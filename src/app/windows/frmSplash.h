@@ -3,6 +3,9 @@
 #include <QTimer>
 #include <QWidget>
 
+class QCloseEvent;
+class QFrame;
+
 namespace tv {
 
 /// The start-up window. 1,500 ms after its load it starts the system and gives way to the main window; a
@@ -13,7 +16,12 @@ public:
     frmSplash();
     ~frmSplash() override;
 
+protected:
+    /// Closing the window while it waits ends the process, as its close picture does.
+    void closeEvent(QCloseEvent* evento) override;
+
 private:
+    void montaControles();
     void TimerStartUp_Timer();
 
     QTimer timerAbertura_; ///< Never started.

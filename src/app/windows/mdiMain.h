@@ -4,9 +4,12 @@
 #include "platform/KeyedCollection.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 class QCloseEvent;
 class QMdiArea;
@@ -15,6 +18,8 @@ namespace tv {
 
 class Ferramentas;
 class Janela;
+class frmAbout;
+class frmObjetos;
 
 /// The main window: a multi-document frame with a menu bar and a tool bar that hold tools by identifier. It
 /// opens the two tools for a chosen layout and keeps the list of open child windows.
@@ -31,14 +36,16 @@ public:
 
     ~mdiMain() override;
 
-    /// Enrols a child window under the next number: it gets its `janelaID` and an entry in the window menu.
-    /// Throws Error 6 past window 32767.
+    /// Enrols a child window under the next number: it gets its `janelaID` and an entry in the window menu,
+    /// which follows its title. Numbers are not used again. Throws Error 6 when the number that would come
+    /// next is past 32767; the window is enrolled by then.
     void addJanela(Janela& janela);
-    /// Takes a child window out of menu and list and closes it.
+    /// Takes a child window out of menu and list and closes it, if it is not closing already.
     void removeJanela(Janela& janela);
-    /// Fills the two layout menus from the catalog.
+    /// Fills the two layout menus from the catalog. Throws Error 91 without a logger.
     void buildMenu();
-    /// Closes all child windows through their `closeWindow`, the last one first.
+    /// Closes all open windows through their `closeWindow`, the last one first. The hidden frmObjetos is
+    /// among them and cannot be closed so, which ends the walk with a FATAL entry in the log.
     void closeAllWindows();
     /// Let the user choose a layout and open the tool for it.
     void selectTramador();
@@ -60,11 +67,30 @@ protected:
     void closeEvent(QCloseEvent* evento) override;
 
 private:
-    mdiMain();
-    void clica(const QString& identificador);
+    enum class Arranjo { Cascata, LadoALadoHorizontal, LadoALadoVertical };
 
+    mdiMain();
+    void montaArea();
+    void montaAtalhos();
+
+    void clica(const QString& identificador);
+    void executa(const QString& identificador);
+    void abrePeloTag(const QString& identificador);
+    void trazJanela(const QString& identificador);
+    void mostraSobre();
+    void mostraAjuda();
+    void arranja(Arranjo arranjo);
+
+    void esvaziaMenu(const QString& menu);
+    void incluiLayout(const clsBoleto& boleto);
+    void encerraMenu(const QString& menu);
+    void esquece(const QString& janelaID);
+    std::vector<QPointer<Janela>> filhas() const;
+
+    std::unique_ptr<frmObjetos> objetos_; ///< Loaded with the main window, never shown.
     QMdiArea* area_ = nullptr;
     Ferramentas* ferramentas_ = nullptr;
+    QPointer<frmAbout> sobre_;
     KeyedCollection<Janela*> janelas_;
     std::int16_t counter_ = 0;
 };

@@ -15,6 +15,13 @@ QMdiSubWindow* quadro(const Janela& janela) {
     return qobject_cast<QMdiSubWindow*>(janela.parentWidget());
 }
 
+/// The frame of a window that was closed by itself would stay behind, empty.
+void fechaQuadro(const Janela& janela) {
+    if (auto* moldura = quadro(janela)) {
+        QMetaObject::invokeMethod(moldura, &QWidget::close, Qt::QueuedConnection);
+    }
+}
+
 } // namespace
 
 Janela::Janela(const QString& nome) {
@@ -55,7 +62,10 @@ void Janela::closeEvent(QCloseEvent* evento) {
         }
         descarregada_ = true;
         proceed([this] { aoDescarregar(); });
-        mdiMain::instancia().removeJanela(*this);
+        if (mdiMain::existe()) {
+            proceed([this] { mdiMain::instancia().removeJanela(*this); });
+        }
+        fechaQuadro(*this);
     }
     evento->accept();
 }

@@ -40,6 +40,8 @@ public:
     void mostra();
     /// Closes the window. Nothing happens when the window refuses.
     virtual void closeWindow();
+    /// True once the window has closed, or is past the point where it could refuse to.
+    bool descarregada() const noexcept { return descarregada_; }
 
 protected:
     /// Asked before the window closes; false keeps it open.

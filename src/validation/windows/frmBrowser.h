@@ -3,11 +3,21 @@
 #include "common/windows/Janela.h"
 #include "validation/clsValidador.h"
 
+#include <filesystem>
 #include <memory>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QStatusBar;
+class QToolBar;
 
 namespace tv {
 
-/// The child window that shows the findings of one file as a page.
+class VistaRelatorio;
+
+/// The child window that shows the findings of one file as a page. It is made for one report and deletes its
+/// page's file when it closes.
 class frmBrowser : public Janela {
     Q_OBJECT
 public:
@@ -18,8 +28,35 @@ public:
     /// told; the window stays open.
     void abrir(const std::shared_ptr<const Resultados>& resultados, const QString& titulo,
                const QString& arquivo);
-    /// Prints the page after a print dialog.
+    /// Writes the page of the findings to `destino`. A failure is logged and thrown: Error -2147221504 when
+    /// the transform gives nothing.
+    void createResultFile(const Resultados& resultados, const QString& titulo, const QString& arquivo,
+                          const std::filesystem::path& destino);
+    /// Prints the page after a print dialog. A failure is logged.
     void imprimirReport();
+
+    /// The page's file, which lives as long as the window; empty before abrir.
+    const std::filesystem::path& arquivoReport() const noexcept { return arquivoReport_; }
+
+protected:
+    void aoDescarregar() override;
+
+private:
+    void montaTela();
+    QFrame* montaTitulo();
+    void buildToolbar();
+    QAction* criaBotao(const QString& chave, const QString& texto, const QString& imagem,
+                       void (frmBrowser::*acao)());
+    void tomaNomeTemporario();
+    void carrega(const Resultados& resultados, const QString& titulo, const QString& arquivo);
+    void apagaReport() noexcept;
+
+    QToolBar* toolbar_ = nullptr;
+    QLabel* lblTitulo_ = nullptr;
+    QStatusBar* statusBar_ = nullptr;
+    QLabel* painel_ = nullptr;
+    VistaRelatorio* vista_ = nullptr; ///< Owned by the window.
+    std::filesystem::path arquivoReport_;
 };
 
 } // namespace tv

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+/// Whether the web engine can run here. Without its sandbox it ends the whole process at its first use, so
+/// that has to be known before.
+namespace tv::sandboxWeb {
+
+/// True when the web engine may be started: its sandbox works, or the environment has switched it off
+/// (QTWEBENGINE_DISABLE_SANDBOX, or --no-sandbox in QTWEBENGINE_CHROMIUM_FLAGS). Asked once for the process.
+bool podeAbrir();
+
+/// The same, found out anew. `motivo` receives why not, in Portuguese, otherwise the empty text.
+bool verifica(std::string& motivo);
+
+} // namespace tv::sandboxWeb

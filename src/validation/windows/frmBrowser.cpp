@@ -1,0 +1,264 @@
+#include "validation/windows/frmBrowser.h"
+
+#include "app/Aplicacao.h"
+#include "app/windows/frmObjetos.h"
+#include "app/windows/mdiMain.h"
+#include "common/windows/Espera.h"
+#include "common/windows/FileOperations.h"
+#include "common/windows/frmMensagem.h"
+#include "common/windows/mensagem.h"
+#include "common/windows/textoQt.h"
+#include "logging/Routine.h"
+#include "platform/Files.h"
+#include "platform/text.h"
+#include "validation/biblioteca.h"
+#include "validation/documentoResultado.h"
+#include "validation/nomeRelatorio.h"
+#include "validation/windows/VistaRelatorio.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace tv {
+
+namespace {
+
+constexpr std::int32_t semResultado = -2147221504;
+constexpr int margemTitulo = 5;     // pixels at each side: the frame is 150 twips narrower than the window
+constexpr int alturaLogotipo = 32;  // pixels
+constexpr int resolucaoPapel = 300; // dots per inch; the engine paints sheets as pictures, which grow with it
+
+QString semBlancos(const QString& texto) {
+    return paraQt(text::trim(paraUtf8(texto)));
+}
+
+/// The progress window of making a report.
+std::unique_ptr<frmMensagem> avisoDeAbertura(const QString& titulo) {
+    auto aviso = std::make_unique<frmMensagem>();
+    aviso->setMsg(QStringLiteral("Abrindo relatório de validação"), QStringLiteral("Boleto:  ") + titulo);
+    return aviso;
+}
+
+std::unique_ptr<QPrinter> impressoraDeRelatorio(const QString& documento) {
+    auto impressora = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    impressora->setResolution(resolucaoPapel);
+    impressora->setPageSize(QPageSize(QPageSize::A4));
+    impressora->setPageOrientation(QPageLayout::Landscape);
+    impressora->setDocName(documento);
+    return impressora;
+}
+
+} // namespace
+
+frmBrowser::frmBrowser()
+    : Janela(QStringLiteral("frmBrowser")) {
+    montaTela();
+}
+
+frmBrowser::~frmBrowser() {
+    apagaReport();
+}
+
+void frmBrowser::montaTela() {
+    toolbar_ = new QToolBar(this);
+    toolbar_->setObjectName(QStringLiteral("toolbar"));
+    toolbar_->setAccessibleName(QStringLiteral("Ferramentas do relatório"));
+    toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+    statusBar_ = new QStatusBar(this);
+    statusBar_->setObjectName(QStringLiteral("statusBar"));
+    statusBar_->setAccessibleName(QStringLiteral("Situação"));
+    statusBar_->setSizeGripEnabled(false);
+    painel_ = new QLabel(statusBar_);
+    painel_->setObjectName(QStringLiteral("painelStatus"));
+    painel_->setAccessibleName(QStringLiteral("Situação"));
+    painel_->setTextFormat(Qt::PlainText);
+    painel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    painel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusBar_->addWidget(painel_, 1);
+
+    auto vista = VistaRelatorio::cria();
+    vista_ = vista.get();
+    connect(vista_, &VistaRelatorio::pedeImpressao, this, &frmBrowser::imprimirReport);
+
+    auto* pilha = new QVBoxLayout(this);
+    pilha->setContentsMargins(0, 0, 0, 0);
+    pilha->setSpacing(0);
+    pilha->addWidget(toolbar_);
+    auto* faixa = new QHBoxLayout;
+    faixa->setContentsMargins(margemTitulo, margemTitulo, margemTitulo, margemTitulo);
+    faixa->addWidget(montaTitulo());
+    pilha->addLayout(faixa);
+    pilha->addWidget(vista.release(), 1); // the layout's window owns it
+    pilha->addWidget(statusBar_);
+    resize(900, 600);
+    setFocusProxy(vista_);
+}
+
+QFrame* frmBrowser::montaTitulo() {
+    auto* frmTitulo = new QFrame(this);
+    frmTitulo->setObjectName(QStringLiteral("frmTitulo"));
+    frmTitulo->setAccessibleName(QStringLiteral("Título"));
+    frmTitulo->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    lblTitulo_ = new QLabel(QStringLiteral("Resultado da Validação"), frmTitulo);
+    lblTitulo_->setObjectName(QStringLiteral("lblTitulo"));
+    lblTitulo_->setTextFormat(Qt::PlainText);
+    lblTitulo_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QFont fonte = lblTitulo_->font();
+    fonte.setBold(true);
+    lblTitulo_->setFont(fonte);
+    auto* imgTORVA = new QLabel(frmTitulo);
+    imgTORVA->setObjectName(QStringLiteral("imgTORVA"));
+    imgTORVA->setAccessibleName(QStringLiteral("Logotipo"));
+    imgTORVA->setPixmap(frmObjetos::logotipo(alturaLogotipo));
+    auto* fila = new QHBoxLayout(frmTitulo);
+    fila->setContentsMargins(6, 3, 6, 3);
+    fila->addWidget(lblTitulo_, 1);
+    fila->addWidget(imgTORVA);
+    return frmTitulo;
+}
+
+void frmBrowser::buildToolbar() {
+    toolbar_->clear();
+    criaBotao(QStringLiteral("btnImprimir"), QStringLiteral("&Imprimir"), QStringLiteral("imgPrint"),
+              &frmBrowser::imprimirReport);
+    toolbar_->addSeparator();
+    criaBotao(QStringLiteral("btnFechar"), QStringLiteral("Fechar"), QStringLiteral("imgCloseWindow"),
+              &frmBrowser::closeWindow);
+}
+
+QAction* frmBrowser::criaBotao(const QString& chave, const QString& texto, const QString& imagem,
+                               void (frmBrowser::*acao)()) {
+    QAction* botao = toolbar_->addAction(frmObjetos::imagem(imagem), texto);
+    botao->setObjectName(chave);
+    botao->setIconText(texto); // keeps the mnemonic on the button
+    connect(botao, &QAction::triggered, this, acao);
+    return botao;
+}
+
+void frmBrowser::abrir(const std::shared_ptr<const Resultados>& resultados, const QString& titulo,
+                       const QString& arquivo) {
+    std::unique_ptr<frmMensagem> aviso;
+    {
+        const Espera ampulheta;
+        const bool certo = guarded("frmBrowser.abrir", [&] {
+            aviso = avisoDeAbertura(titulo);
+            if (!resultados) {
+                throw Error(errc::objectNotSet, "frmBrowser", "Não há resultados de validação.");
+            }
+            carrega(*resultados, titulo, arquivo);
+        });
+        if (!certo) {
+            proceed([this] { mostra(); });
+            mensagem::mostra(QStringLiteral("Não é possível abrir o resultado da validação!"),
+                             mensagem::Icone::Exclamacao);
+        }
+        proceed([&aviso] {
+            if (aviso) {
+                aviso->destroy();
+            }
+        });
+    }
+    painel_->setText(arquivo);
+    painel_->setToolTip(arquivo);
+}
+
+void frmBrowser::carrega(const Resultados& resultados, const QString& titulo, const QString& arquivo) {
+    painel_->setText(QStringLiteral("Abrindo relatório de validação ..."));
+    const QString nome = QStringLiteral("[%1]").arg(semBlancos(FileOperations::GetFTitle(arquivo)));
+    setWindowTitle(QStringLiteral("Resultado da Validação ") + nome);
+    setWindowIcon(frmObjetos::imagem(QStringLiteral("imgResult")));
+    lblTitulo_->setText(lblTitulo_->text() + QStringLiteral(" - ") + nome);
+    lblTitulo_->setToolTip(lblTitulo_->text());
+    buildToolbar();
+    tomaNomeTemporario();
+    createResultFile(resultados, titulo, arquivo, arquivoReport_);
+    vista_->abre(arquivoReport_);
+    mostra();
+}
+
+void frmBrowser::tomaNomeTemporario() {
+    std::filesystem::path pasta = aplicacao::pasta();
+    arquivoReport_ = FileOperations::nomeTemporario(pasta);
+    if (files::exists(arquivoReport_)) {
+        files::remove(arquivoReport_);
+    }
+    arquivoReport_ = nomeRelatorio(arquivoReport_);
+}
+
+void frmBrowser::createResultFile(const Resultados& resultados, const QString& titulo, const QString& arquivo,
+                                  const std::filesystem::path& destino) {
+    const Routine rotina("frmBrowser.createResultFile");
+    try {
+        const auto aviso = avisoDeAbertura(titulo);
+        if (!resultados.empty()) { // the bar takes no length of 0
+            aviso->setMax(static_cast<int>(resultados.size()));
+        }
+        const std::string documento = montaDocumentoResultado(resultados, paraUtf8(titulo), paraUtf8(arquivo),
+                                                              [&aviso] { aviso->incProgress(); });
+        if (!biblioteca::transformStream(documento, aplicacao::arquivo("\\XSD\\resultado.xsl"), destino)) {
+            throw Error(semResultado, "frmBrowser", "Não foi possível gerar arquivo de resultado");
+        }
+        proceed([&aviso] { aviso->destroy(); });
+    } catch (const std::exception& falha) {
+        logFailure(falha);
+        throw;
+    }
+}
+
+void frmBrowser::imprimirReport() {
+    // The progress window and the log outlive this window where the print goes on behind its back.
+    auto aviso = std::make_shared<frmMensagem>();
+    const QString documento = caminhoQt(arquivoReport_);
+    const bool certo = guarded("frmBrowser.imprimirReport", [&] {
+        aviso->setMsg(QStringLiteral("Imprimindo relatório de validação"),
+                      QStringLiteral("Boleto:  ") + documento);
+        auto impressora = impressoraDeRelatorio(windowTitle());
+        QPrintDialog dialogo(impressora.get(), this);
+        dialogo.setWindowTitle(QStringLiteral("Imprimir"));
+        dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintCollateCopies |
+                           QAbstractPrintDialog::PrintShowPageSize);
+        const QPointer<frmBrowser> janela = this;
+        if (dialogo.exec() != QDialog::Accepted || !janela) {
+            aviso->destroy();
+            return;
+        }
+        vista_->imprime(std::move(impressora), [aviso](bool impresso) {
+            if (!impresso) {
+                const Routine rotina("frmBrowser.imprimirReport");
+                logFailure(Error(errc::pathError, "frmBrowser", "Não foi possível imprimir o relatório."));
+            }
+            aviso->destroy();
+        });
+    });
+    if (!certo) {
+        aviso->destroy();
+    }
+}
+
+void frmBrowser::aoDescarregar() {
+    apagaReport();
+    if (vista_->imprimindo()) {
+        std::unique_ptr<VistaRelatorio> vista(std::exchange(vista_, nullptr));
+        VistaRelatorio::deixaTerminar(std::move(vista), mdiMain::existe() ? &mdiMain::instancia() : nullptr);
+    }
+}
+
+void frmBrowser::apagaReport() noexcept {
+    if (!arquivoReport_.empty()) {
+        proceed([this] { files::remove(arquivoReport_); });
+        arquivoReport_.clear();
+    }
+}
+
+} // namespace tv

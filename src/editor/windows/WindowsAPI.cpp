@@ -1,12 +1,20 @@
 #include "editor/windows/WindowsAPI.h"
 
+#include "common/windows/Espera.h"
 #include "common/windows/textoQt.h"
 #include "editor/LinkDeEmail.h"
+#include "editor/windows/PaginasDeTexto.h"
 #include "logging/Routine.h"
+#include "platform/Error.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QLocale>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QTextDocument>
 #include <QUrl>
 
 namespace tv::WindowsAPI {
@@ -18,6 +26,59 @@ QUrl endereco(const QString& caminhoOuEndereco) {
     const QFileInfo arquivo(caminhoOuEndereco);
     return arquivo.exists() ? QUrl::fromLocalFile(arquivo.absoluteFilePath())
                             : QUrl::fromUserInput(caminhoOuEndereco);
+}
+
+constexpr int erroDeImpressora = 482;
+constexpr double twipsPorPolegada = 1440;
+
+/// Margins of the printed text from the paper's edges, in twips.
+struct Margens {
+    int esquerda;
+    int topo;
+    int direita;
+    int base;
+};
+
+/// Where the text stands on the paper, in dots of the printer, whose origin is the corner of what it can
+/// print.
+QRectF areaDeTexto(const QPrinter& impressora, const Margens& margens) {
+    const double pontos = impressora.resolution() / twipsPorPolegada;
+    const QPageLayout pagina = impressora.pageLayout();
+    const QRectF papel = pagina.fullRectPixels(impressora.resolution());
+    const QMargins naoImprimivel =
+        impressora.fullPage() ? QMargins() : pagina.marginsPixels(impressora.resolution());
+    return papel
+        .adjusted(margens.esquerda * pontos, margens.topo * pontos, -margens.direita * pontos,
+                  -margens.base * pontos)
+        .translated(-naoImprimivel.left(), -naoImprimivel.top());
+}
+
+/// The box's font in points, which mean the same on paper.
+QFont fonteNoPapel(const QPlainTextEdit& caixa) {
+    QFont fonte = caixa.font();
+    fonte.setPointSizeF(QFontInfo(fonte).pointSizeF());
+    return fonte;
+}
+
+void exige(bool feito) {
+    if (!feito) {
+        throw Error(erroDeImpressora, "Printer", "Erro de impressora");
+    }
+}
+
+void imprime(const QPlainTextEdit& caixa, QPrinter& impressora, const Margens& margens) {
+    const double tabulacao = caixa.tabStopDistance() * impressora.resolution() / caixa.logicalDpiX();
+    PaginasDeTexto paginas(*caixa.document(), fonteNoPapel(caixa), areaDeTexto(impressora, margens),
+                           tabulacao);
+    QPainter pincel;
+    exige(pincel.begin(&impressora));
+    pincel.setPen(Qt::black);
+    paginas.desenhaPagina(pincel);
+    while (!paginas.terminou()) {
+        exige(impressora.newPage());
+        paginas.desenhaPagina(pincel);
+    }
+    exige(pincel.end());
 }
 
 } // namespace
@@ -45,6 +106,20 @@ QString textoDoLocal(int item) {
         }
     });
     return texto;
+}
+
+void PrintRTF(const QPlainTextEdit& caixa, int esquerda, int topo, int direita, int base) {
+    guarded("WindowsAPI.PrintRTF", [&] {
+        const Espera espera;
+        QPrinter impressora(QPrinter::HighResolution);
+        exige(impressora.outputFormat() == QPrinter::NativeFormat && impressora.isValid());
+        imprime(caixa, impressora, {esquerda, topo, direita, base});
+    });
+}
+
+void PrintRTF(const QPlainTextEdit& caixa, QPrinter& impressora, int esquerda, int topo, int direita,
+              int base) {
+    guarded("WindowsAPI.PrintRTF", [&] { imprime(caixa, impressora, {esquerda, topo, direita, base}); });
 }
 
 } // namespace tv::WindowsAPI

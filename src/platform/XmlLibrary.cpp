@@ -145,7 +145,8 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Pur
     parser->sax->startElementNs = onStartElement;
     const int options = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_COMPACT | XML_PARSE_NOWARNING |
                         (huge ? XML_PARSE_HUGE : 0) | (encoding != nullptr ? XML_PARSE_IGNORE_ENC : 0) |
-                        (purpose == Purpose::Document ? XML_PARSE_NOBLANKS : XML_PARSE_NOCDATA);
+                        (purpose == Purpose::Document ? XML_PARSE_NOBLANKS : 0) |
+                        (purpose == Purpose::Stylesheet ? XML_PARSE_NOCDATA : 0);
     Doc doc(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), url, encoding,
                               options));
     const bool complete = parser->wellFormed == 1 && parser->nsWellFormed == 1 && parser->disableSAX == 0;

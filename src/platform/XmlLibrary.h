@@ -27,8 +27,8 @@ struct FreeDoc {
 using Doc = std::unique_ptr<xmlDoc, FreeDoc>;
 
 /// What the bytes are for: a document loses its text nodes of white space alone and keeps its CDATA sections,
-/// a stylesheet the other way round.
-enum class Purpose { Document, Stylesheet };
+/// a stylesheet the other way round. As written keeps both.
+enum class Purpose { Document, Stylesheet, AsWritten };
 
 /// Parses foreign bytes. No external entity and no DTD is read; entities of the internal subset may hold text
 /// alone and grow the document by a small factor at most. `encoding` names the encoding, null means what the

@@ -39,7 +39,7 @@ Grade::Grade(const QString& nome, QWidget* dono)
     : QTableView(dono)
     , modelo_(new ModeloGrade(this)) {
     setObjectName(nome);
-    setAccessibleName(QStringLiteral("Grade"));
+    setAccessibleName(nomeAcessivel_);
     setHorizontalHeader(new CabecalhoGrade(*this));
     setItemDelegate(new DesenhoGrade(*this));
     acompanhaModelo();
@@ -83,7 +83,10 @@ void Grade::acompanhaModelo() {
 
 void Grade::setCaption(const QString& caption) {
     caption_ = caption;
-    setAccessibleName(caption.isEmpty() ? QStringLiteral("Grade") : captionVisivel());
+    if (accessibleName() == nomeAcessivel_) { // nobody gave the grid another name
+        nomeAcessivel_ = caption.isEmpty() ? QStringLiteral("Grade") : captionVisivel();
+        setAccessibleName(nomeAcessivel_);
+    }
     Q_EMIT captionMudou(caption_);
 }
 

@@ -138,6 +138,7 @@ private:
 
     ModeloGrade* modelo_;
     QString caption_;
+    QString nomeAcessivel_ = QStringLiteral("Grade"); // the name that follows the caption
     QFont fonteCaption_;
     std::map<int, QString> textos_;
     std::optional<AparenciaGrade> aparencia_;

@@ -1,0 +1,246 @@
+#include "app/windows/frmObjetos.h"
+#include "common/windows/Grade.h"
+#include "common/windows/controleLib.h"
+#include "editor/windows/BarraSubstituir.h"
+#include "editor/windows/CaixaXML.h"
+#include "editor/windows/PicLines.h"
+#include "editor/windows/frmEditor.h"
+#include "logging/Routine.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+/// The looks of the window: its controls, its tool bar, its keys and where everything stands.
+namespace tv {
+
+namespace {
+
+constexpr int twipsPorPixel = 15;
+constexpr int margemEsquerda = 150 / twipsPorPixel;
+constexpr int menosNoTitulo = 400 / twipsPorPixel; ///< What the title frame leaves of the window's width.
+constexpr int alturaTitulo = 52;
+constexpr int alturaLogo = 36;
+constexpr int larguraLinhas = 48; ///< Of the strip beside the text.
+
+template<typename Controle>
+Controle* nomeia(Controle* controle, const QString& nome, const QString& nomeAcessivel) {
+    controle->setObjectName(nome);
+    controle->setAccessibleName(nomeAcessivel);
+    return controle;
+}
+
+/// A label that shows what fits and asks for no width of its own.
+QLabel* criaRotulo(QWidget* dono, const QString& nome, const QString& texto) {
+    auto* rotulo = nomeia(new QLabel(texto, dono), nome, texto);
+    rotulo->setTextFormat(Qt::PlainText);
+    rotulo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return rotulo;
+}
+
+} // namespace
+
+void frmEditor::montaTela() {
+    toolbar_ = nomeia(new QToolBar(this), QStringLiteral("toolbar"), QStringLiteral("Ferramentas"));
+    toolbar_->setIconSize({24, 24});
+    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    connect(toolbar_, &QToolBar::actionTriggered, this,
+            [this](const QAction* acao) { toolbar_ButtonClick(acao->objectName()); });
+    montaTitulo();
+    montaCorpo();
+    statusBar_ = nomeia(new QStatusBar(this), QStringLiteral("statusBar"), QStringLiteral("Situação"));
+    statusBar_->setSizeGripEnabled(false);
+    painel_ = nomeia(new QLabel(statusBar_), QStringLiteral("panel1"), QStringLiteral("Situação da janela"));
+    painel_->setTextFormat(Qt::PlainText);
+    statusBar_->addWidget(painel_, 1);
+    criaAtalhos();
+}
+
+void frmEditor::montaTitulo() {
+    frmTitulo_ = nomeia(new QFrame(this), QStringLiteral("frmTitulo"), QStringLiteral("Título"));
+    frmTitulo_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    lblTitulo_ = criaRotulo(frmTitulo_, QStringLiteral("lblTitulo"), QStringLiteral("Editor de XML"));
+    QFont fonte = lblTitulo_->font();
+    fonte.setBold(true);
+    lblTitulo_->setFont(fonte);
+    lblBoleto_ = criaRotulo(frmTitulo_, QStringLiteral("lblBoleto"), QStringLiteral("Boleto"));
+    imgTORVA_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("imgTORVA"), QStringLiteral("Logotipo"));
+    proceed([this] { imgTORVA_->setPixmap(frmObjetos::logotipo(alturaLogo)); });
+    auto* textos = new QVBoxLayout;
+    textos->setSpacing(0);
+    textos->addWidget(lblTitulo_);
+    textos->addWidget(lblBoleto_);
+    auto* titulo = new QHBoxLayout(frmTitulo_);
+    titulo->setContentsMargins(8, 2, 8, 2);
+    titulo->addLayout(textos, 1);
+    titulo->addWidget(imgTORVA_);
+}
+
+void frmEditor::montaCorpo() {
+    splitter_ = nomeia(new QSplitter(Qt::Vertical, this), QStringLiteral("splitter"),
+                       QStringLiteral("Divisória entre texto e achados"));
+    splitter_->setChildrenCollapsible(false);
+    auto* painelTexto = new QWidget(splitter_);
+    picLines_ = new PicLines(painelTexto);
+    picLines_->setAccessibleName(QStringLiteral("Faixa ao lado do texto"));
+    picLines_->setFixedWidth(larguraLinhas);
+    txtXML_ = new CaixaXML(painelTexto);
+    barra_ = new BarraSubstituir(*txtXML_, painelTexto);
+    auto* linhaTexto = new QHBoxLayout;
+    linhaTexto->setSpacing(0);
+    linhaTexto->addWidget(picLines_);
+    linhaTexto->addWidget(txtXML_, 1);
+    auto* coluna = new QVBoxLayout(painelTexto);
+    coluna->setContentsMargins(0, 0, 0, 0);
+    coluna->setSpacing(2);
+    coluna->addLayout(linhaTexto, 1);
+    coluna->addWidget(barra_);
+    painelGrade_ = new PainelGrade(QStringLiteral("grid"), splitter_);
+    grade().setAccessibleName(QStringLiteral("Achados da validação"));
+    grade().setTeclaRemove(false); // findings are told, not kept
+    splitter_->setStretchFactor(0, 2);
+    splitter_->setStretchFactor(1, 1);
+    splitter_->setSizes({300, 150});
+    connect(&grade(), &Grade::layoutIniciado, this, &frmEditor::grid_InitializeLayout);
+    connect(&grade(), &Grade::linhaAtivada, this, &frmEditor::achadoAtivado);
+    connect(&grade(), &Grade::pressed, this, &frmEditor::achadoTocado);
+    connect(txtXML_, &CaixaXML::mudou, this, &frmEditor::registra);
+    connect(txtXML_, &QPlainTextEdit::textChanged, this, [this] { salvo_ = false; });
+    connect(txtXML_, &QPlainTextEdit::cursorPositionChanged, this, &frmEditor::GetEditStatus);
+    connect(txtXML_, &CaixaXML::focada, this, &frmEditor::tiraParadas);
+    connect(txtXML_, &CaixaXML::pedeDesfazer, this, &frmEditor::desfaz);
+    connect(txtXML_, &CaixaXML::pedeRefazer, this, &frmEditor::refaz);
+    connect(txtXML_, &CaixaXML::menuPedido, this, &frmEditor::preparaMenu);
+}
+
+// --- tools and keys
+// -------------------------------------------------------------------------------------------
+
+void frmEditor::buildToolbar() {
+    toolbar_->clear();
+    const auto cria = [this](const char16_t* chave, const char16_t* texto, const char16_t* imagem,
+                             const char16_t* dica, const QKeySequence& tecla) {
+        QAction* acao = toolbar_->addAction(QString::fromUtf16(texto));
+        acao->setObjectName(QString::fromUtf16(chave));
+        acao->setToolTip(QString::fromUtf16(dica));
+        acao->setShortcut(tecla);
+        acao->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        proceed([&] { acao->setIcon(frmObjetos::imagem(QString::fromUtf16(imagem))); });
+        addAction(acao); // its key works in the whole window
+        if (auto* botao = toolbar_->widgetForAction(acao)) {
+            botao->setFocusPolicy(Qt::TabFocus);
+        }
+    };
+    cria(u"btnSalvar", u"Salvar", u"imgSave", u"Salva o arquivo (Ctrl+S)", Qt::CTRL | Qt::Key_S);
+    toolbar_->addSeparator();
+    cria(u"btnImprimir", u"Imprimir", u"imgPrint", u"Imprime o texto (Ctrl+P)", Qt::CTRL | Qt::Key_P);
+    toolbar_->addSeparator();
+    cria(u"btnValidar", u"Validar", u"imgRun", u"Valida o arquivo (F5)", Qt::Key_F5);
+    toolbar_->addSeparator();
+    cria(u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)", {});
+}
+
+void frmEditor::criaAtalhos() {
+    const auto cria = [this](const char16_t* nome, const char16_t* texto, const QKeySequence& tecla,
+                             auto acaoDoUsuario) {
+        auto* acao = new QAction(QString::fromUtf16(texto), this);
+        acao->setObjectName(QString::fromUtf16(nome));
+        acao->setShortcut(tecla);
+        acao->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(acao, &QAction::triggered, this, acaoDoUsuario);
+        addAction(acao);
+    };
+    cria(u"acaoLocalizar", u"&Localizar...", Qt::CTRL | Qt::Key_F, [this] { barra_->abre(false); });
+    cria(u"acaoSubstituir", u"S&ubstituir...", Qt::CTRL | Qt::Key_H, [this] { barra_->abre(true); });
+    cria(u"acaoLocalizarProximo", u"Localizar &próximo", Qt::Key_F3, [this] { barra_->localiza(false); });
+    cria(u"acaoLocalizarAnterior", u"Localizar an&terior", Qt::SHIFT | Qt::Key_F3,
+         [this] { barra_->localiza(true); });
+    cria(u"acaoIrPara", u"&Ir para a linha...", Qt::CTRL | Qt::Key_G, [this] { irParaLinha(); });
+    cria(u"acaoProximoAchado", u"Próximo ac&hado", Qt::Key_F4,
+         [this] { toolbar_ButtonClick(QStringLiteral("btnProximo")); });
+    cria(u"acaoAchadoAnterior", u"Achado ant&erior", Qt::SHIFT | Qt::Key_F4,
+         [this] { toolbar_ButtonClick(QStringLiteral("btnAnterior")); });
+    cria(u"acaoAlternarFoco", u"Alternar entre texto e achados", Qt::Key_F6, [this] { alternaFoco(); });
+}
+
+void frmEditor::preparaMenu(QMenu& menu) {
+    const bool temSelecao = txtXML_->textCursor().hasSelection();
+    const auto cria = [&menu](const char16_t* nome, const char16_t* texto, bool ligada, auto acaoDoUsuario) {
+        QAction* acao = menu.addAction(QString::fromUtf16(texto), std::move(acaoDoUsuario));
+        acao->setObjectName(QString::fromUtf16(nome));
+        acao->setEnabled(ligada);
+    };
+    cria(u"menuDesfazer", u"&Desfazer\tCtrl+Z", undoStack().size() >= 2, [this] { desfaz(); });
+    cria(u"menuRefazer", u"&Refazer\tCtrl+Y", !redoStack().empty(), [this] { refaz(); });
+    menu.addSeparator();
+    cria(u"menuRecortar", u"Re&cortar\tCtrl+X", temSelecao, [this] { txtXML_->cut(); });
+    cria(u"menuCopiar", u"C&opiar\tCtrl+C", temSelecao, [this] { txtXML_->copy(); });
+    cria(u"menuColar", u"Co&lar\tCtrl+V", txtXML_->canPaste(), [this] { txtXML_->paste(); });
+    cria(u"menuExcluir", u"E&xcluir\tDel", temSelecao, [this] { txtXML_->setSelText(u""); });
+    menu.addSeparator();
+    cria(u"menuSelecionarTudo", u"&Selecionar tudo\tCtrl+A", true, [this] { txtXML_->selectAll(); });
+    menu.addSeparator();
+    for (const char16_t* nome : {u"acaoLocalizar", u"acaoSubstituir", u"acaoIrPara"}) {
+        menu.addAction(findChild<QAction*>(QString::fromUtf16(nome)));
+    }
+}
+
+/// The Tab key goes into the text once the text has had the focus.
+void frmEditor::tiraParadas() {
+    for (QWidget* controle : findChildren<QWidget*>()) {
+        const int politica = controle->focusPolicy() & ~Qt::TabFocus;
+        controle->setFocusPolicy(static_cast<Qt::FocusPolicy>(politica));
+    }
+}
+
+void frmEditor::alternaFoco() {
+    QWidget* destino = txtXML_;
+    if (txtXML_->hasFocus()) {
+        destino = &grade();
+    }
+    destino->setFocus(Qt::ShortcutFocusReason);
+}
+
+// --- where everything stands
+// ----------------------------------------------------------------------------------
+
+void frmEditor::resizeEvent(QResizeEvent* evento) {
+    Janela::resizeEvent(evento);
+    posiciona();
+}
+
+void frmEditor::posiciona() {
+    toolbar_->setGeometry(0, 0, width(), toolbar_->sizeHint().height());
+    const int alturaStatus = statusBar_->sizeHint().height();
+    statusBar_->setGeometry(0, height() - alturaStatus, width(), alturaStatus);
+    const int topoTitulo = toolbar_->geometry().bottom() + 1;
+    const int largura = std::max(width() - menosNoTitulo, 0);
+    frmTitulo_->setGeometry(margemEsquerda, topoTitulo, largura, alturaTitulo);
+    const int topo = topoTitulo + alturaTitulo + margemEsquerda / 2;
+    splitter_->setGeometry(margemEsquerda, topo, std::max(width() - 2 * margemEsquerda, 0),
+                           std::max(statusBar_->y() - topo, 0));
+    setLarguras();
+}
+
+QSize frmEditor::sizeHint() const {
+    return {920, 640};
+}
+
+QSize frmEditor::minimumSizeHint() const {
+    return {480, 360};
+}
+
+void frmEditor::status(const QString& texto) {
+    painel_->setText(texto);
+    painel_->repaint();
+}
+
+} // namespace tv

@@ -16,10 +16,12 @@
 #include "platform/text.h"
 #include "validation/windows/frmValidador.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QShortcut>
 
 #include <cstdlib>
@@ -265,6 +267,11 @@ void mdiMain::abrirTramador(const std::shared_ptr<const clsBoleto>&) {
 void mdiMain::recebe(std::unique_ptr<Janela> janela) {
     QMdiSubWindow* moldura = area_->addSubWindow(janela.release());
     moldura->hide();
+    // The main window's keys close the child; a second owner of the same keys would stop them both.
+    const auto acoes = moldura->systemMenu()->actions();
+    for (QAction* acao : acoes) {
+        acao->setShortcuts(QList<QKeySequence>());
+    }
 }
 
 Janela* mdiMain::janelaAtiva() const {

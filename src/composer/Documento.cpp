@@ -7,6 +7,17 @@
 #include <algorithm>
 
 namespace tv {
+namespace {
+
+/// Throws Error 91 where the section's fields make no record set.
+std::shared_ptr<RecordSet> novoRecordSet(const clsSecao& secao) {
+    if (std::shared_ptr<RecordSet> dados = secao.createRecordSet()) {
+        return dados;
+    }
+    throw Error(errc::objectNotSet, "frmTramador", "A seção " + secao.getTag() + " não tem registros");
+}
+
+} // namespace
 
 const clsSecao& comoSecao(const SectionOwner& owner) {
     if (const auto* secao = dynamic_cast<const clsSecao*>(&owner)) {
@@ -44,8 +55,7 @@ void Documento::createGrid() {
 /// Group nodes are the first ones made: a click on one finds its section by the node's place in the order of
 /// creation.
 void Documento::montaArvore() {
-    arvore.clear();
-    estado.chaveNo.clear();
+    limpaArvore();
     if (!arvoreVisivel()) {
         return;
     }
@@ -89,7 +99,7 @@ void Documento::incluiGrade(const SectionOwner& obj, const clsSecao& secao, cons
     nova->dono = &obj;
     nova->secao = &secao;
     nova->secaoTopo = &secaoTopo;
-    nova->dados = secao.createRecordSet();
+    nova->dados = novoRecordSet(secao);
     setCaption(*nova, secao);
     setGrid(*nova);
     grids_.Add(std::move(nova), chave);
@@ -98,7 +108,7 @@ void Documento::incluiGrade(const SectionOwner& obj, const clsSecao& secao, cons
 
 void Documento::montaGrid_abreBoleto() {
     for (const std::shared_ptr<GradeSecao>& grade : grids_) {
-        grade->dados = grade->secao->createRecordSet();
+        grade->dados = novoRecordSet(*grade->secao);
         setCaption(*grade, *grade->secao);
     }
 }
@@ -177,6 +187,11 @@ const SectionOwner& Documento::secaoDaGrade(const GradeSecao& grade) const {
         return *estado.noAtual;
     }
     return *estado.noAtual->getSecoes().Item(grade.tag);
+}
+
+void Documento::limpaArvore() {
+    arvore.clear();
+    estado.chaveNo.clear();
 }
 
 void Documento::selecionaNo(std::string_view chave) {

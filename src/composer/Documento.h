@@ -35,7 +35,7 @@ class Documento {
 public:
     /// Starts a new document of the layout: no rows, tree and grids made, the first grid current. The grids
     /// of a document before are gone. Throws Error 91, 5 or 9 for a layout whose first grid cannot be told,
-    /// Error 457 when two sections share a path.
+    /// Error 457 when two sections share a path, Error 91 for a section without a record set.
     void abrir(std::shared_ptr<const clsBoleto> boleto);
     /// Makes the tree anew and gives every grid a new record set (the grids themselves on the first call),
     /// then makes the first grid current. Throws as `abrir`.
@@ -72,6 +72,9 @@ public:
     /// Selects a node of the tree (the empty key selects none); its key becomes `chaveNo`. Throws Error 5
     /// when there is no such node.
     void selecionaNo(std::string_view chave);
+
+    /// Takes all nodes out; without a selected node there is no `chaveNo`.
+    void limpaArvore();
 
     EstadoDocumento estado;
     ArvoreFundos arvore;

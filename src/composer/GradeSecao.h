@@ -19,7 +19,7 @@ struct GradeSecao {
     const SectionOwner* dono = nullptr;  ///< What the section stands directly below.
     const clsSecao* secao = nullptr;     ///< Has at least one field.
     const clsSecao* secaoTopo = nullptr; ///< The section directly below the layout in which it lies, or it.
-    std::shared_ptr<RecordSet> dados;    ///< What the grid shows; null while it is bound to nothing.
+    std::shared_ptr<RecordSet> dados;    ///< What the grid shows; never null.
 };
 
 /// The grids of a document in the order of the layout's walk, under their keys.

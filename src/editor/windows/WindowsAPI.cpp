@@ -9,7 +9,6 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QFontInfo>
 #include <QLocale>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -21,15 +20,23 @@ namespace tv::WindowsAPI {
 
 namespace {
 
-/// A path as a file address; what already is an address stays one.
+/// A path as a file address; what already is an address stays one. A file that is not there has none.
 QUrl endereco(const QString& caminhoOuEndereco) {
     const QFileInfo arquivo(caminhoOuEndereco);
-    return arquivo.exists() ? QUrl::fromLocalFile(arquivo.absoluteFilePath())
-                            : QUrl::fromUserInput(caminhoOuEndereco);
+    if (arquivo.exists()) {
+        return QUrl::fromLocalFile(arquivo.absoluteFilePath());
+    }
+    const QUrl externo = QUrl::fromUserInput(caminhoOuEndereco);
+    return externo.isLocalFile() ? QUrl() : externo;
+}
+
+bool abre(const QUrl& destino) {
+    return destino.isValid() && QDesktopServices::openUrl(destino);
 }
 
 constexpr int erroDeImpressora = 482;
 constexpr double twipsPorPolegada = 1440;
+constexpr double pontosPorPolegada = 72;
 
 /// Margins of the printed text from the paper's edges, in twips.
 struct Margens {
@@ -56,7 +63,9 @@ QRectF areaDeTexto(const QPrinter& impressora, const Margens& margens) {
 /// The box's font in points, which mean the same on paper.
 QFont fonteNoPapel(const QPlainTextEdit& caixa) {
     QFont fonte = caixa.font();
-    fonte.setPointSizeF(QFontInfo(fonte).pointSizeF());
+    if (fonte.pixelSize() > 0) {
+        fonte.setPointSizeF(fonte.pixelSize() * pontosPorPolegada / caixa.logicalDpiY());
+    }
     return fonte;
 }
 
@@ -85,7 +94,7 @@ void imprime(const QPlainTextEdit& caixa, QPrinter& impressora, const Margens& m
 
 bool abreDocumento(const QString& caminhoOuEndereco) {
     bool aceito = false;
-    proceed([&] { aceito = QDesktopServices::openUrl(endereco(caminhoOuEndereco)); });
+    proceed([&] { aceito = abre(endereco(caminhoOuEndereco)); });
     return aceito;
 }
 
@@ -93,7 +102,7 @@ bool abreEmail(const QString& endereco, QString& assunto, QString& corpo) {
     bool aceito = false;
     proceed([&] {
         const std::string link = linkDeEmail(paraUtf8(endereco), paraUtf8(assunto), paraUtf8(corpo));
-        aceito = QDesktopServices::openUrl(QUrl(paraQt(link)));
+        aceito = abre(QUrl(paraQt(link)));
     });
     return aceito;
 }

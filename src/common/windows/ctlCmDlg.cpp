@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QFont>
 #include <QFontDialog>
+#include <QLineEdit>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -33,6 +34,17 @@ QString padroes(const QString& lista) {
     }
     todos.removeDuplicates();
     return todos.join(QLatin1Char(' '));
+}
+
+/// The files chosen. Qt's dialog takes quotation marks for the ends of several names, though it was asked for
+/// one only; there they belong to the name that was typed.
+QStringList escolhidos(const QFileDialog& dialogo) {
+    const auto* caixa = dialogo.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (caixa != nullptr && dialogo.fileMode() != QFileDialog::ExistingFiles &&
+        caixa->text().contains(QLatin1Char('"'))) {
+        return {dialogo.directory().absoluteFilePath(caixa->text())};
+    }
+    return dialogo.selectedFiles();
 }
 
 } // namespace
@@ -149,7 +161,7 @@ bool ctlCmDlg::mostraArquivos(QFileDialog& dialogo) {
     if (!mostra(dialogo)) {
         return false;
     }
-    FileNames_ = dialogo.selectedFiles();
+    FileNames_ = escolhidos(dialogo);
     return true;
 }
 

@@ -26,6 +26,7 @@ DocumentosAbertos::~DocumentosAbertos() {
 
 void DocumentosAbertos::abre(const QUrl& endereco) {
     vistos_.push_back(endereco);
+    Q_EMIT abriu(endereco);
 }
 
 } // namespace tv::test

@@ -17,6 +17,7 @@ public:
     const std::vector<QUrl>& vistos() const { return vistos_; }
 
     Q_SLOT void abre(const QUrl& endereco);
+    Q_SIGNAL void abriu(const QUrl& endereco);
 
 private:
     std::vector<QUrl> vistos_;

@@ -7,7 +7,10 @@
 #include "logging/LogFolder.h"
 #include "model/LayoutXml.h"
 
+#include <QByteArray>
+
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace tv::test {
@@ -41,29 +44,51 @@ inline std::string layout(const std::string& tag, const std::string& nome, bool 
         .xml();
 }
 
+/// What the log's banners say.
+inline constexpr const char* aberturaDoRegistro = "Início de Execução";
+inline constexpr const char* fechamentoDoRegistro = "Término de Execução";
+
 /// An application folder of its own, with the program's globals as they are before the start; both go with
-/// the object.
+/// the object. A process that a test starts to see how it ends works in the folder of the test.
 class PastaDoPrograma {
 public:
     PastaDoPrograma() {
         libera();
-        aplicacao::setPasta(pasta_.path());
+        if (qEnvironmentVariableIsEmpty(variavel)) {
+            propria_.emplace();
+            qputenv(variavel, QByteArray::fromStdString(propria_->text()));
+        }
+        caminho_ = qgetenv(variavel).toStdString();
+        aplicacao::setPasta(caminho_);
     }
-    ~PastaDoPrograma() { libera(); }
+    ~PastaDoPrograma() {
+        libera();
+        if (propria_) {
+            qunsetenv(variavel);
+        }
+    }
     PastaDoPrograma(const PastaDoPrograma&) = delete;
     PastaDoPrograma& operator=(const PastaDoPrograma&) = delete;
 
-    const TemporaryFolder& pasta() const { return pasta_; }
+    const std::filesystem::path& caminho() const { return caminho_; }
+    bool tem(const char* nome) const { return files::exists(caminho_ / nome); }
+    std::string le(const char* nome) const { return files::readAll(caminho_ / nome); }
+    void escreve(const char* nome, const std::string& texto) const {
+        std::filesystem::create_directories((caminho_ / nome).parent_path());
+        files::writeAll(caminho_ / nome, texto);
+    }
     void catalogo(const CatalogoXml& catalogo) const {
-        pasta_.write("TORVA_TramadorValidador.xml", catalogo.xml());
+        escreve("TORVA_TramadorValidador.xml", catalogo.xml());
     }
     /// Puts the shipped catalog, schemas and stylesheets into the folder.
     void catalogoDistribuido() const {
-        std::filesystem::copy(TV_SOURCE_DIR "/data", pasta_.path(), std::filesystem::copy_options::recursive);
+        std::filesystem::copy(TV_SOURCE_DIR "/data", caminho_,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
     }
     /// The text of the log, empty when there is none.
     std::string registro() const {
-        for (const auto& arquivo : std::filesystem::directory_iterator(pasta_.path())) {
+        for (const auto& arquivo : std::filesystem::directory_iterator(caminho_)) {
             if (arquivo.path().filename().string().starts_with("log")) {
                 return files::readAll(arquivo.path());
             }
@@ -72,13 +97,16 @@ public:
     }
 
 private:
+    static constexpr const char* variavel = "TV_PASTA_DO_TESTE";
+
     static void libera() {
         mdiMain::destroi();
         objTramadorValidador.reset();
         oLogger.reset();
     }
 
-    TemporaryFolder pasta_;
+    std::optional<TemporaryFolder> propria_;
+    std::filesystem::path caminho_;
 };
 
 } // namespace tv::test

@@ -101,7 +101,6 @@ TEST_F(MdiMainCliques, AnUnknownIdentifierDoesNothing) {
     const test::Caixas caixas;
     Q_EMIT ferramentas().clicada(q("outra"));
     Q_EMIT ferramentas().clicada(q("Tramador_POSICAO"));
-    EXPECT_EQ(occurrences(programa.registro(), "["), occurrences(programa.registro(), "[") + 0);
     EXPECT_EQ(principal().janelas().Count(), 0U);
     EXPECT_EQ(occurrences(programa.registro(), "[5]"), 0U);
 }
@@ -321,8 +320,8 @@ TEST_F(MdiMainCliques, TheHelpIsTheCatalogRendered) {
     clica("hlpContent");
     ASSERT_EQ(documentos.vistos().size(), 1U);
     EXPECT_EQ(documentos.vistos()[0].toLocalFile().toStdString(),
-              (programa.pasta().path() / "help.html").string());
-    const std::string pagina = programa.pasta().read("help.html");
+              (programa.caminho() / "help.html").string());
+    const std::string pagina = programa.le("help.html");
     for (const auto& boleto : objTramadorValidador->getBoletos()) {
         EXPECT_NE(pagina.find(boleto->getNome()), std::string::npos) << boleto->getNome();
     }
@@ -334,7 +333,7 @@ TEST_F(MdiMainCliques, AMissingStylesheetGivesNoHelpPage) {
     const test::Caixas caixas;
     clica("hlpContent");
     EXPECT_TRUE(documentos.vistos().empty());
-    EXPECT_FALSE(programa.pasta().holds("help.html"));
+    EXPECT_FALSE(programa.tem("help.html"));
 }
 
 TEST_F(MdiMainCliques, SobreShowsTheAboutWindowOnce) {

@@ -52,13 +52,24 @@ std::size_t rootStart(std::string_view s) {
     return at;
 }
 
+/// True when something below the node stands for a text that was not read.
+bool hasUnknownEntity(const xmlNode* node) {
+    for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
+        const bool element = child->type == XML_ELEMENT_NODE;
+        if (child->type == XML_ENTITY_REF_NODE || (element && hasUnknownEntity(child))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 std::optional<std::string> inParsersForm(std::string_view utf8) {
     std::string reason;
     const xml::Doc doc = xml::parse(utf8, "UTF-8", nullptr, xml::Purpose::AsWritten, reason);
     const xmlNode* root = doc ? xmlDocGetRootElement(doc.get()) : nullptr;
-    if (root == nullptr) {
+    if (root == nullptr || (doc->intSubset != nullptr && hasUnknownEntity(root))) {
         return std::nullopt;
     }
     std::string out;

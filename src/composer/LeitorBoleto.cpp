@@ -157,6 +157,16 @@ void LeitorBoleto::abre(XmlDocument& dom) {
         throw;
     }
     estado.ultimoRowID = maiorRowID_; // a fund added later must not take the details of another
+    preparaFiltros();
+}
+
+/// The tree filters by these columns. Looking rows up once here makes the first click as quick as the others.
+void LeitorBoleto::preparaFiltros() const {
+    for (const std::shared_ptr<RecordSet>& dados : recordSets_) {
+        const std::unique_ptr<RecordSet> clone = dados->Clone();
+        clone->Filter("rowID = 0");
+        clone->Filter("rowMaster = 0");
+    }
 }
 
 void LeitorBoleto::abreSecoes(const XmlDocument& dom) {

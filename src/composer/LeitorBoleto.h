@@ -47,6 +47,7 @@ private:
     const clsSecao& secaoDaLinha(const SectionOwner& secao, const XmlNode& no) const;
     Linhas& linhasDe(const SectionOwner& secao, const clsSecao& daLinha);
     void leLinha(const SectionOwner& secao, const XmlNode& no);
+    void preparaFiltros() const;
     void fechaMestre(const SectionOwner& secao, Linhas& linhas);
 
     Documento& documento_;

@@ -59,11 +59,13 @@ Grade::~Grade() = default;
 
 void Grade::acompanhaModelo() {
     // What is told before a change of rows must be heard before the selection hears it.
-    for (const auto sinal :
-         {&QAbstractItemModel::rowsAboutToBeInserted, &QAbstractItemModel::rowsAboutToBeRemoved}) {
-        connect(modelo_, sinal, this, &Grade::linhasMudam);
-    }
+    connect(modelo_, &QAbstractItemModel::rowsAboutToBeInserted, this, &Grade::linhasMudam);
     connect(modelo_, &QAbstractItemModel::modelAboutToBeReset, this, &Grade::linhasMudam);
+    connect(modelo_, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex&, int primeira, int ultima) {
+                linhasMudam();
+                cedeAtiva(primeira, ultima);
+            });
     setModel(modelo_);
     for (const auto sinal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
         connect(modelo_, sinal, this, &Grade::linhasMudaram);
@@ -240,6 +242,15 @@ void Grade::linhasMudam() {
     ++mudancas_;
 }
 
+/// Before the active row goes, the one behind it becomes active; the selection would choose the one before.
+void Grade::cedeAtiva(int primeira, int ultima) {
+    const int linha = linhaAtiva();
+    if (linha >= primeira && linha <= ultima && ultima + 1 < modelo_->rowCount()) {
+        selectionModel()->setCurrentIndex(modelo_->index(ultima + 1, currentIndex().column()),
+                                          QItemSelectionModel::NoUpdate);
+    }
+}
+
 void Grade::linhasMudaram() {
     --mudancas_;
     anunciaAtiva();
@@ -299,12 +310,19 @@ QString Grade::textoParaCopia() const {
     return texto.join(QLatin1Char('\n'));
 }
 
+QString Grade::perguntaComum(Texto numero) {
+    return (numero == removeUma ? QStringLiteral("A linha selecionada será removida.")
+                                : QStringLiteral("As linhas selecionadas serão removidas.")) +
+           QStringLiteral("\n\nDeseja continuar?");
+}
+
 void Grade::removePelaTecla() {
     if (linhasSelecionadas().empty()) {
         selecionaLinha(linhaAtiva());
     }
-    const bool uma = linhasSelecionadas().size() == 1;
-    removeSelecionadas(texto(uma ? removeUma : removeVarias));
+    const Texto numero = linhasSelecionadas().size() == 1 ? removeUma : removeVarias;
+    setTexto(numero, perguntaComum(numero)); // an earlier removal may have left its count there
+    removeSelecionadas(texto(numero));
 }
 
 void Grade::keyPressEvent(QKeyEvent* evento) {

@@ -74,6 +74,9 @@ public:
     QString texto(int numero) const;
     void setTexto(int numero, const QString& texto);
 
+    /// The question before rows are deleted: number 3 for one row, number 2 for several.
+    static QString perguntaComum(Texto numero);
+
     /// The look that gridInitializeLayout gave; without one the grid looks as the desktop does.
     const std::optional<AparenciaGrade>& aparencia() const noexcept { return aparencia_; }
     void setAparencia(const AparenciaGrade& aparencia);
@@ -127,6 +130,7 @@ private:
     void acompanhaModelo();
     void aplicaColuna(int coluna);
     void linhasMudam();
+    void cedeAtiva(int primeira, int ultima);
     void linhasMudaram();
     void linhasVoltaram();
     std::optional<std::size_t> vizinhaDe(const std::vector<int>& removidas) const;

@@ -322,7 +322,7 @@ QVariant ModeloGrade::icone(const QModelIndex& indice) const {
 }
 
 QVariant ModeloGrade::data(const QModelIndex& indice, int papel) const {
-    if (!checkIndex(indice, CheckIndexOption::IndexIsValid)) {
+    if (!indice.isValid() || indice.row() >= rowCount() || indice.column() >= columnCount()) {
         return {};
     }
     const ColunaGrade& aparencia = coluna(indice.column());
@@ -365,7 +365,7 @@ QVariant ModeloGrade::headerData(int secao, Qt::Orientation orientacao, int pape
 }
 
 Qt::ItemFlags ModeloGrade::flags(const QModelIndex& indice) const {
-    if (!checkIndex(indice, CheckIndexOption::IndexIsValid)) {
+    if (!indice.isValid() || indice.row() >= rowCount() || indice.column() >= columnCount()) {
         return Qt::NoItemFlags;
     }
     const Qt::ItemFlags comuns = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;

@@ -11,18 +11,14 @@ namespace tv::controleLib {
 
 namespace {
 
-QString remocao(const QString& aviso) {
-    return aviso + QStringLiteral("\n\nDeseja continuar?");
-}
-
 void textosDaGrade(Grade& grade) {
     const QString titulo = paraQt(aplicacao::titulo());
     const std::pair<Grade::Texto, QString> textos[] = {
         {Grade::tituloRemocao, titulo},
         {Grade::tituloAviso, titulo},
         {Grade::tituloErro, titulo},
-        {Grade::removeUma, remocao(QStringLiteral("A linha selecionada será removida."))},
-        {Grade::removeVarias, remocao(QStringLiteral("As linhas selecionadas serão removidas."))},
+        {Grade::removeUma, Grade::perguntaComum(Grade::removeUma)},
+        {Grade::removeVarias, Grade::perguntaComum(Grade::removeVarias)},
         {Grade::valorInvalido, QStringLiteral("Valor inválido!")},
         {Grade::dataInvalida, QStringLiteral("Data inválida!")},
         {Grade::selecaoInvalida, QStringLiteral("Seleção Inválida!")},

@@ -81,6 +81,7 @@ void frmValidador::abrir(const std::shared_ptr<const clsBoleto>& boleto) {
         setWindowIcon(frmObjetos::imagem(QStringLiteral("imgValidador")));
         posiciona();
         mostra();
+        grade().setFocus();
         status(QStringLiteral("Pronto"));
     });
     if (!abriu) {

@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QStyle>
+#include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -25,7 +26,8 @@ namespace {
 
 constexpr int ladoImagem = 48;
 constexpr int larguraTexto = 420;
-constexpr qint64 intervaloDesenho = 30; // ms: often enough for the eye, and free for the operation
+constexpr qint64 intervaloDesenho = 30;    // ms: often enough for the eye, and free for the operation
+constexpr unsigned long esperaDaTela = 30; // ms
 constexpr int valorInvalido = 380;
 
 [[noreturn]] void recusa(int valor) {
@@ -208,9 +210,20 @@ void frmMensagem::apresenta() {
             move(dona.frameGeometry().center() - rect().center());
         }
         show();
+        esperaTela();
     }
     raise();
     desenha();
+}
+
+/// The window system puts a window on the screen by and by and tells so by an event, which does not come in
+/// the middle of an operation. So the window is drawn without that word, after the time that it takes.
+void frmMensagem::esperaTela() {
+    setAttribute(Qt::WA_Mapped);
+    if (!windowHandle()->isExposed()) {
+        repaint();
+        QThread::msleep(esperaDaTela);
+    }
 }
 
 void frmMensagem::desenha() {

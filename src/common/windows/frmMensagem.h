@@ -48,6 +48,7 @@ private:
     void setValue(int valor);
     void setImagem(int operacao);
     void apresenta();
+    void esperaTela();
     void desenha();
     bool venceu() const;
 

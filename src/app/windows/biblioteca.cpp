@@ -39,6 +39,12 @@ void apresenta(mdiMain& principal, const clsTramadorValidador& sistema) {
     principal.buildMenu();
 }
 
+/// The logo's emblem, which stands at its left end and is as wide as high.
+QIcon emblema() {
+    const QPixmap logotipo = frmObjetos::logotipo(64);
+    return QIcon(logotipo.copy(0, 0, logotipo.height(), logotipo.height()));
+}
+
 /// The texts of Qt's own dialogs, whatever the language of the environment.
 void carregaTraducao(QTranslator& tradutor) {
     if (tradutor.load(QStringLiteral("qtbase_pt_BR"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
@@ -51,7 +57,7 @@ void carregaTraducao(QTranslator& tradutor) {
 int executa() {
     QTranslator tradutor;
     carregaTraducao(tradutor);
-    proceed([] { QApplication::setWindowIcon(QIcon(frmObjetos::logotipo(64))); });
+    proceed([] { QApplication::setWindowIcon(emblema()); });
     QApplication::setQuitOnLastWindowClosed(false); // the main window's end is the program's, no other one's
     ligaTurnos();
     int estado = EXIT_SUCCESS;

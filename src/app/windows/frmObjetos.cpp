@@ -50,9 +50,12 @@ QString arquivoDe(const QString& chave) {
     return *achado;
 }
 
-/// Colour in which strokes are drawn: that of the text beside them.
-QColor corDoTraco(QIcon::Mode modo) {
+/// Colour in which strokes are drawn: that of the text beside them, or the one that was asked for.
+QColor corDoTraco(QIcon::Mode modo, const QColor& pedida = {}) {
     const QPalette paleta = QApplication::palette();
+    if (pedida.isValid() && modo != QIcon::Selected) {
+        return pedida;
+    }
     switch (modo) {
     case QIcon::Disabled:
         return paleta.color(QPalette::Disabled, QPalette::WindowText);
@@ -80,8 +83,8 @@ void carrega(QSvgRenderer& desenho, const QString& arquivo, const QColor& cor) {
 }
 
 /// The drawing in the middle of a transparent picture of `tamanho` pixels of the screen.
-QPixmap desenha(const QString& arquivo, QSize tamanho, QIcon::Mode modo) {
-    const QColor cor = corDoTraco(modo);
+QPixmap desenha(const QString& arquivo, QSize tamanho, QIcon::Mode modo, const QColor& traco = {}) {
+    const QColor cor = corDoTraco(modo, traco);
     const QString chave = QStringLiteral("%1|%2x%3|%4|%5")
                               .arg(arquivo)
                               .arg(tamanho.width())
@@ -111,18 +114,19 @@ QPixmap desenha(const QString& arquivo, QSize tamanho, QIcon::Mode modo) {
 /// follows the palette when the theme changes.
 class MotorDeDesenho : public QIconEngine {
 public:
-    explicit MotorDeDesenho(QString arquivo)
-        : arquivo_(std::move(arquivo)) {}
+    explicit MotorDeDesenho(QString arquivo, const QColor& traco = {})
+        : arquivo_(std::move(arquivo))
+        , traco_(traco) {}
 
     void paint(QPainter* pincel, const QRect& area, QIcon::Mode modo, QIcon::State) override {
         const qreal escala = pincel->device()->devicePixelRatio();
-        pincel->drawPixmap(area, desenha(arquivo_, (QSizeF(area.size()) * escala).toSize(), modo));
+        pincel->drawPixmap(area, desenha(arquivo_, (QSizeF(area.size()) * escala).toSize(), modo, traco_));
     }
     QPixmap pixmap(const QSize& tamanho, QIcon::Mode modo, QIcon::State) override {
-        return desenha(arquivo_, tamanho, modo);
+        return desenha(arquivo_, tamanho, modo, traco_);
     }
     QPixmap scaledPixmap(const QSize& tamanho, QIcon::Mode modo, QIcon::State, qreal) override {
-        return desenha(arquivo_, tamanho, modo);
+        return desenha(arquivo_, tamanho, modo, traco_);
     }
     QSize actualSize(const QSize& tamanho, QIcon::Mode, QIcon::State) override { return tamanho; }
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
@@ -130,10 +134,11 @@ public:
     }
     bool isNull() override { return false; }
     QString key() const override { return QStringLiteral("tvDesenho"); }
-    QIconEngine* clone() const override { return new MotorDeDesenho(arquivo_); }
+    QIconEngine* clone() const override { return new MotorDeDesenho(arquivo_, traco_); }
 
 private:
     QString arquivo_;
+    QColor traco_; // invalid for the palette's
 };
 
 } // namespace
@@ -150,6 +155,10 @@ frmObjetos::~frmObjetos() = default;
 
 QIcon frmObjetos::imagem(const QString& chave) {
     return QIcon(new MotorDeDesenho(arquivoDe(chave))); // the icon owns its engine
+}
+
+QIcon frmObjetos::imagemSobreClaro(const QString& chave) {
+    return QIcon(new MotorDeDesenho(arquivoDe(chave), Qt::black));
 }
 
 QPixmap frmObjetos::logotipo(int altura) {

@@ -316,7 +316,7 @@ QVariant ModeloGrade::icone(const QModelIndex& indice) const {
     }
     const auto [lugar, nova] = icones_.try_emplace(paraUtf8(achada->second));
     if (nova) {
-        proceed([&] { lugar->second = frmObjetos::imagem(achada->second); });
+        proceed([&] { lugar->second = frmObjetos::imagemSobreClaro(achada->second); });
     }
     return lugar->second;
 }

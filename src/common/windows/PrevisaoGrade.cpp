@@ -76,6 +76,7 @@ QAction* PrevisaoGrade::acao(const QString& nome, const QString& texto, const QK
         nova->setToolTip(texto + QStringLiteral(" (") + tecla.toString(QKeySequence::NativeText) +
                          QLatin1Char(')'));
     }
+    barra_->widgetForAction(nova)->setFocusPolicy(Qt::TabFocus);
     connect(nova, &QAction::triggered, this,
             [this, faz] { guarded("PrevisaoGrade.acao", [&] { (this->*faz)(); }); });
     return nova;
@@ -112,6 +113,7 @@ void PrevisaoGrade::criaBarra(const Grade& grade) {
     barra_->addSeparator();
     QAction* fecha = barra_->addAction(texto(Grade::fechar, QStringLiteral("Fechar")));
     fecha->setObjectName(QStringLiteral("btnFechar"));
+    barra_->widgetForAction(fecha)->setFocusPolicy(Qt::TabFocus);
     connect(fecha, &QAction::triggered, this, &QDialog::reject);
 }
 

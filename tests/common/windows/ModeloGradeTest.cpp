@@ -5,8 +5,11 @@
 #include "platform/Error.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QIcon>
+#include <QImage>
+#include <QPalette>
 #include <QSignalSpy>
 #include <QStringList>
 
@@ -228,6 +231,26 @@ TEST_F(ModeloGradeTest, shows_no_picture_for_an_unknown_key) {
     liga(registros(1));
     modelo_.setImagem(0, "nome", QStringLiteral("imgQueNaoExiste"));
     EXPECT_TRUE(dado(0, "nome", Qt::DecorationRole).value<QIcon>().isNull());
+}
+
+TEST_F(ModeloGradeTest, draws_pictures_in_black_for_its_light_rows_under_a_dark_theme) {
+    QPalette escura;
+    escura.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(escura);
+    liga(registros(1));
+    modelo_.setImagem(0, "nome", QStringLiteral("imgBoleto"));
+    const QImage desenho = dado(0, "nome", Qt::DecorationRole).value<QIcon>().pixmap(48, 48).toImage();
+    int pretos = 0;
+    int brancos = 0;
+    for (int y = 0; y < desenho.height(); ++y) {
+        for (int x = 0; x < desenho.width(); ++x) {
+            const QColor cor = desenho.pixelColor(x, y);
+            pretos += cor.alpha() > 200 && cor.lightness() < 30 ? 1 : 0;
+            brancos += cor.alpha() > 200 && cor.lightness() > 225 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(pretos, 50);
+    EXPECT_EQ(brancos, 0);
 }
 
 TEST_F(ModeloGradeTest, starts_anew_with_another_record_set) {

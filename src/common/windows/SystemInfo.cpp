@@ -14,7 +14,7 @@ QString programa() {
                                         QStringLiteral("kinfocenter"), QStringLiteral("mate-system-monitor"),
                                         QStringLiteral("gnome-system-monitor")};
     for (const QString& nome : conhecidos) {
-        if (const QString achado = QStandardPaths::findExecutable(nome); !achado.isEmpty()) {
+        if (QString achado = QStandardPaths::findExecutable(nome); !achado.isEmpty()) {
             return achado;
         }
     }

@@ -55,7 +55,7 @@ PaginasDeTexto::PaginasDeTexto(const QTextDocument& texto, const QFont& fonte, c
         throw Error(errc::invalidCall, "PaginasDeTexto", "As margens não deixam lugar para o texto");
     }
     opcoes_.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    opcoes_.setTabStopDistance(tabulacao);
+    opcoes_.setTabStopDistance(tabulacao); // the layout scales it to the device, as it does the font
     abreParagrafo(texto.firstBlock());
 }
 

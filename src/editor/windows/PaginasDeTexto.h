@@ -15,8 +15,9 @@ namespace tv {
 /// any length is taken in pieces, so that time goes with the length of the text and memory with a page's.
 class PaginasDeTexto {
 public:
-    /// `area` is where the text stands on each page and `tabulacao` the distance of tab stops, both in the
-    /// device's dots. The text must outlive the object, and stay as it is. Throws Error 5 for an empty area.
+    /// `area` is where the text stands on each page, in the device's dots; `tabulacao` the distance of tab
+    /// stops in pixels of the screen. The text must outlive the object, and stay as it is. Throws Error 5 for
+    /// an empty area.
     PaginasDeTexto(const QTextDocument& texto, const QFont& fonte, const QRectF& area, qreal tabulacao);
 
     /// Draws the next page, which takes one line at least where text is left.

@@ -76,9 +76,8 @@ void exige(bool feito) {
 }
 
 void imprime(const QPlainTextEdit& caixa, QPrinter& impressora, const Margens& margens) {
-    const double tabulacao = caixa.tabStopDistance() * impressora.resolution() / caixa.logicalDpiX();
     PaginasDeTexto paginas(*caixa.document(), fonteNoPapel(caixa), areaDeTexto(impressora, margens),
-                           tabulacao);
+                           caixa.tabStopDistance());
     QPainter pincel;
     exige(pincel.begin(&impressora));
     pincel.setPen(Qt::black);

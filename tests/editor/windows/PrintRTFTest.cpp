@@ -169,6 +169,22 @@ TEST_F(PrintRTFTest, AFontGivenInPixelsHasTheSameSizeOnPaper) {
     EXPECT_NEAR(impressora.papel.paginas.at(0).at(0).pontos, 16 * 72.0 / caixa.logicalDpiY(), 0.3);
 }
 
+TEST_F(PrintRTFTest, TabsReachAsFarAsOnTheScreen) {
+    ImpressoraDeTeste impressora;
+    imprime(impressora, QStringLiteral("a\n\ta\n\t\ta"));
+    std::vector<TextoImpresso> letras;
+    for (const TextoImpresso& pedaco : impressora.papel.paginas.at(0)) {
+        if (pedaco.texto == QStringLiteral("a")) {
+            letras.push_back(pedaco);
+        }
+    }
+    ASSERT_EQ(letras.size(), 3U);
+    const double passo = caixa.tabStopDistance() * 1440 / caixa.logicalDpiX();
+    EXPECT_NEAR(letras[1].lugar.x() - letras[0].lugar.x(), passo, 2);
+    EXPECT_NEAR(letras[2].lugar.x() - letras[0].lugar.x(), 2 * passo, 2);
+    EXPECT_NEAR(letras[2].lugar.y() - letras[1].lugar.y(), letras[1].lugar.y() - letras[0].lugar.y(), 1);
+}
+
 TEST_F(PrintRTFTest, EmptyLinesTakeTheirRoom) {
     ImpressoraDeTeste impressora;
     imprime(impressora, QStringLiteral("a\n\n\nb\nc"));

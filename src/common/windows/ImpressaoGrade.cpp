@@ -1,7 +1,6 @@
 #include "common/windows/ImpressaoGrade.h"
 
 #include "app/Aplicacao.h"
-#include "common/PaginacaoGrade.h"
 #include "common/windows/Grade.h"
 #include "common/windows/textoQt.h"
 #include "platform/Clock.h"
@@ -10,6 +9,8 @@
 
 #include <QFontMetricsF>
 #include <QHeaderView>
+#include <QLineF>
+#include <QList>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -200,19 +201,49 @@ void ImpressaoGrade::pagina(QPainter& pintor, const Folha& folha, int numero) co
     pintor.save();
     pintor.translate(folha.area.left(), y);
     titulos(pintor, folha, conteudo.colunas.primeira, conteudo.colunas.quantas);
+    pintor.translate(0, folha.alturaTitulos);
+    linhas(pintor, folha, conteudo);
+    pintor.restore();
+}
+
+void ImpressaoGrade::linhas(QPainter& pintor, const Folha& folha,
+                            const PaginacaoGrade::Pagina& conteudo) const {
+    std::vector<double> bordas{0};
+    for (std::size_t c = 0; c < conteudo.colunas.quantas; ++c) {
+        bordas.push_back(bordas.back() + folha.cortes.largura(conteudo.colunas.primeira + c));
+    }
     pintor.setFont(folha.fonteCelulas);
     for (std::size_t i = 0; i < conteudo.linhas.quantas; ++i) {
-        const double topo = folha.alturaTitulos + static_cast<double>(i) * folha.alturaLinha;
-        double x = 0;
+        const auto linha = static_cast<int>(conteudo.linhas.primeira + i);
+        const double topo = static_cast<double>(i) * folha.alturaLinha;
+        if (grade_.aparencia()) {
+            pintor.fillRect(QRectF(0, topo, bordas.back(), folha.alturaLinha),
+                            linha % 2 == 0 ? grade_.aparencia()->fundoLinha
+                                           : grade_.aparencia()->fundoAlternado);
+        }
         for (std::size_t c = 0; c < conteudo.colunas.quantas; ++c) {
-            const std::size_t coluna = conteudo.colunas.primeira + c;
-            const double largura = folha.cortes.largura(coluna);
-            celula(pintor, folha, {x, topo, largura, folha.alturaLinha},
-                   static_cast<int>(conteudo.linhas.primeira + i), colunas_[coluna]);
-            x += largura;
+            celula(pintor, folha, {bordas[c], topo, bordas[c + 1] - bordas[c], folha.alturaLinha}, linha,
+                   colunas_[conteudo.colunas.primeira + c]);
         }
     }
-    pintor.restore();
+    malha(pintor, folha, bordas, conteudo.linhas.quantas);
+}
+
+/// The lines between rows and columns, drawn in one go: line by line they would outweigh the texts.
+void ImpressaoGrade::malha(QPainter& pintor, const Folha& folha, const std::vector<double>& bordas,
+                           std::size_t quantas) const {
+    const double altura = static_cast<double>(quantas) * folha.alturaLinha;
+    QList<QLineF> tracos;
+    for (std::size_t i = 1; i <= quantas; ++i) {
+        const double y = static_cast<double>(i) * folha.alturaLinha;
+        tracos.emplace_back(0, y, bordas.back(), y);
+    }
+    for (const double x : bordas) {
+        tracos.emplace_back(x, 0, x, altura);
+    }
+    pintor.setPen(QPen(QColor(Qt::gray), folha.ponto / 2));
+    pintor.drawLines(tracos);
+    pintor.setPen(Qt::black);
 }
 
 void ImpressaoGrade::titulos(QPainter& pintor, const Folha& folha, std::size_t primeira,
@@ -240,14 +271,6 @@ void ImpressaoGrade::titulos(QPainter& pintor, const Folha& folha, std::size_t p
 void ImpressaoGrade::celula(QPainter& pintor, const Folha& folha, const QRectF& lugar, int linha,
                             int coluna) const {
     const ModeloGrade& modelo = grade_.modelo();
-    if (grade_.aparencia()) {
-        pintor.fillRect(lugar,
-                        linha % 2 == 0 ? grade_.aparencia()->fundoLinha : grade_.aparencia()->fundoAlternado);
-    }
-    pintor.setPen(QPen(QColor(Qt::gray), folha.ponto / 2));
-    pintor.drawRect(lugar);
-    pintor.setPen(Qt::black);
-
     const double escala = folha.ponto * folha.cortes.escala();
     QRectF dentro = lugar.adjusted(folga * escala, 0, -folga * escala, 0);
     const QModelIndex indice = modelo.index(linha, coluna);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/PaginacaoGrade.h"
+
 #include <QFont>
 #include <QIcon>
 #include <QString>
@@ -13,7 +15,6 @@ class QWidget;
 namespace tv {
 
 class Grade;
-class PaginacaoGrade;
 
 /// Header and footer of a grid's print. A text holds up to three pieces parted by tabs, for the left, the
 /// middle and the right; a text in one piece stands in the middle of the header, at the left of the footer.
@@ -54,6 +55,9 @@ private:
     double larguraTotal() const;
     void pagina(QPainter& pintor, const Folha& folha, int numero) const;
     void titulos(QPainter& pintor, const Folha& folha, std::size_t primeira, std::size_t quantas) const;
+    void linhas(QPainter& pintor, const Folha& folha, const PaginacaoGrade::Pagina& conteudo) const;
+    void malha(QPainter& pintor, const Folha& folha, const std::vector<double>& bordas,
+               std::size_t quantas) const;
     void celula(QPainter& pintor, const Folha& folha, const QRectF& lugar, int linha, int coluna) const;
 
     const Grade& grade_;

@@ -8,7 +8,6 @@
 #include "logging/LogFolder.h"
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -215,14 +214,13 @@ TEST_F(ImpressaoGradeTest, refuses_a_printer_that_takes_nothing) {
 
 TEST_F(ImpressaoGradeTest, the_cost_grows_with_the_rows_only) {
     abre(5000);
-    QElapsedTimer relogio;
-    relogio.start();
+    const test::TempoDeProcessador tempo;
     imprime();
-    const qint64 cinco = relogio.elapsed();
+    const double cincoMil = tempo.decorrido();
     abre(20000);
-    relogio.restart();
+    const test::TempoDeProcessador outroTempo;
     imprime();
-    EXPECT_LT(relogio.elapsed(), 8 * cinco + 500) << "four times the rows, not sixteen times the time";
+    EXPECT_LT(outroTempo.decorrido(), 8 * cincoMil) << "four times the rows, not sixteen times the time";
 }
 
 /// The preview on the screen.

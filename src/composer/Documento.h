@@ -33,6 +33,13 @@ struct EstadoDocumento {
 /// window. The window shows what stands here.
 class Documento {
 public:
+    Documento() = default;
+    Documento(Documento&&) = default;
+    Documento& operator=(Documento&&) = default;
+    Documento(const Documento&) = delete; // two documents must not share rows
+    Documento& operator=(const Documento&) = delete;
+    ~Documento() = default;
+
     /// Starts a new document of the layout: no rows, tree and grids made, the first grid current. The grids
     /// of a document before are gone. Throws Error 91, 5 or 9 for a layout whose first grid cannot be told,
     /// Error 457 when two sections share a path, Error 91 for a section without a record set.

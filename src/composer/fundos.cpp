@@ -74,15 +74,24 @@ void addTreeViewSecao(ArvoreFundos& arvore, const SectionOwner& obj, const std::
     }
 }
 
-/// A new fund with its sections. Throws Error 5 when the node that it belongs under is not there.
+/// A node that is not there gives way to the root: the master of a layout without groups names one.
+void garanteNo(const ArvoreFundos& arvore, std::string& chaveNo) {
+    if (!chaveNo.empty() && arvore.find(chaveNo) == nullptr) {
+        chaveNo = chaves::raiz;
+    }
+}
+
+/// A new fund with its sections. Throws Error 5 when there is no root.
 const NoArvore& novoFundo(Documento& documento, const SectionOwner& obj, std::int32_t rowID,
                           std::string_view chaveGrade, std::string_view titulo) {
     std::string& chaveNo = documento.estado.chaveNo;
     const clsBoleto& layout = documento.layout();
+    garanteNo(documento.arvore, chaveNo);
     const std::string chave = chaves::fundo(chaveNo, rowID, chaveGrade);
     const std::string caminho = caminhoDasSecoes(layout, chaveNo);
     if (chaveNo.empty()) {
         chaveNo = paiInicial(documento, obj);
+        garanteNo(documento.arvore, chaveNo);
     }
     const NoArvore& no = documento.arvore.add(chaveNo, chave, titulo, "imgFundo");
     const SectionOwner& dono = layout.getSecaoMestre() != nullptr ? layout : obj;

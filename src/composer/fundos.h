@@ -16,8 +16,8 @@ struct Clique {
 };
 
 /// Puts the fund of a master row into the tree with its sections, or renames it when it is there already.
-/// `obj` is what the row's section stands below; `titulo` is the node's text. A failure (there is no node to
-/// put it under) is logged.
+/// `obj` is what the row's section stands below; `titulo` is the node's text. A failure (there is no tree) is
+/// logged.
 void addFundo2TreeView(Documento& documento, const SectionOwner& obj, std::int32_t rowID,
                        std::string_view titulo);
 

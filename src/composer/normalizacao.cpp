@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 #include "platform/XmlDocument.h"
 
+#include <array>
 #include <span>
 #include <string>
 
@@ -20,18 +21,20 @@ struct Conversao {
     std::string_view antesDe; ///< Field in front of which the group stands; empty for the row's end.
 };
 
-constexpr std::string_view titulos[] = {"//titpublico", "//titprivado", "//debenture"};
-constexpr std::string_view ativos[] = {"//ativosrf", "//ativosrv"};
-constexpr std::string_view ativosRF[] = {"//ativosrf"};
-constexpr std::string_view opcoesFlexiveis[] = {"//opcoesflx"};
-constexpr std::string_view swaps[] = {"//swap"};
+constexpr auto titulos = std::to_array<std::string_view>({"//titpublico", "//titprivado", "//debenture"});
+constexpr auto ativos = std::to_array<std::string_view>({"//ativosrf", "//ativosrv"});
+constexpr auto ativosRF = std::to_array<std::string_view>({"//ativosrf"});
+constexpr auto opcoesFlexiveis = std::to_array<std::string_view>({"//opcoesflx"});
+constexpr auto swaps = std::to_array<std::string_view>({"//swap"});
 
-constexpr std::string_view camposCompromisso[] = {"dtretorno",    "puretorno",  "indexadorcomp",
-                                                  "perindexcomp", "txoperacao", "classecomp"};
-constexpr std::string_view camposAluguelPosicao[] = {"dtvencalug", "txalug", "indexadoralug", "percalug"};
-constexpr std::string_view camposAluguelMovimento[] = {"cnpjaluguel", "txaluguel", "dtvencaluguel"};
-constexpr std::string_view camposBarreira[] = {"tpbarreira", "limitebarreira"};
-constexpr std::string_view camposPremio[] = {"lpremio", "arrependimento"};
+constexpr auto camposCompromisso = std::to_array<std::string_view>(
+    {"dtretorno", "puretorno", "indexadorcomp", "perindexcomp", "txoperacao", "classecomp"});
+constexpr auto camposAluguelPosicao =
+    std::to_array<std::string_view>({"dtvencalug", "txalug", "indexadoralug", "percalug"});
+constexpr auto camposAluguelMovimento =
+    std::to_array<std::string_view>({"cnpjaluguel", "txaluguel", "dtvencaluguel"});
+constexpr auto camposBarreira = std::to_array<std::string_view>({"tpbarreira", "limitebarreira"});
+constexpr auto camposPremio = std::to_array<std::string_view>({"lpremio", "arrependimento"});
 
 constexpr Conversao compromissoPosicao{titulos, "poscompromissada", "compromisso", camposCompromisso,
                                        "classeoperacao"};
@@ -42,10 +45,10 @@ constexpr Conversao compromissoMovimento{ativosRF, "poscompromissada", "compromi
 constexpr Conversao barreiraMovimento{opcoesFlexiveis, "barreira", "barreira", camposBarreira, ""};
 constexpr Conversao premioMovimento{swaps, "premio", "premio", camposPremio, ""};
 
-constexpr Conversao daPosicao3[] = {compromissoPosicao};
-constexpr Conversao daPosicao4[] = {compromissoPosicao, aluguelPosicao};
-constexpr Conversao doMovimento2[] = {aluguelMovimento, compromissoMovimento, barreiraMovimento,
-                                      premioMovimento};
+constexpr auto daPosicao3 = std::to_array<Conversao>({compromissoPosicao});
+constexpr auto daPosicao4 = std::to_array<Conversao>({compromissoPosicao, aluguelPosicao});
+constexpr auto doMovimento2 =
+    std::to_array<Conversao>({aluguelMovimento, compromissoMovimento, barreiraMovimento, premioMovimento});
 
 std::span<const Conversao> conversoesDe(std::string_view tag) {
     if (tag == "arquivoposicao_3_00") {

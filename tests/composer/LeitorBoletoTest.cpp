@@ -159,6 +159,23 @@ TEST_F(Leitor, AFundAddedAfterwardsTakesNoDetailsOfAnother) {
     EXPECT_EQ(grade.dados->get("rowID"), Value(3));
 }
 
+TEST_F(Leitor, AFundAddedByWayOfTheRootIsShownLikeTheOthers) {
+    abre(layoutDireto(), "<passivo><fundo>" + header() + "</fundo></passivo>");
+    documento.arvore.seleciona("kCONST_RAIZ");
+    GradeSecao& grade = *fundos::treeFundos_Click(documento).grade;
+    RegrasLinha regras(documento);
+    const auto nova = regras.addRow(grade, std::nullopt);
+    ASSERT_TRUE(nova.linha);
+    grade.dados->set("cnpj", std::string("94000031000196"));
+    grade.dados->Update();
+    regras.grid_AfterRowUpdate(grade, *nova.linha);
+    EXPECT_FALSE(documento.estado.salvo);
+    EXPECT_THAT(textosAbaixo(*documento.arvore.raiz()),
+                ElementsAre("94.000.001/0001-80", "94.000.031/0001-96"));
+    documento.arvore.seleciona("gkCONST_RAIZ_0002,passivo_header");
+    EXPECT_EQ(fundos::treeFundos_Click(documento).grade->dados->RecordCount(), 1U);
+}
+
 TEST_F(Leitor, AMasterWithAFieldAtFaultHasNoNode) {
     abre(layoutDireto(),
          "<passivo><fundo>" + header("1") + "<cotista/></fundo><fundo>" + header() + "</fundo></passivo>");

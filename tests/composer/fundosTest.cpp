@@ -163,11 +163,30 @@ TEST_F(Fundos, ARowOfASectionWithSubsectionsHangsBelowItsNode) {
                 ElementsAre("gskCONST_RAIZ,0003,ordem,l_ordem_0003,l_Fundo_ordem"));
 }
 
-TEST_F(Fundos, WithoutTheNodeAboveItAFundIsNotShown) {
+// After a load the owner's group is asked for, and a master straight below the layout names none.
+TEST_F(Fundos, WithoutTheNodeAboveItAFundStandsBelowTheRoot) {
     abre(layoutDireto());
-    documento.estado.abrindo = true; // the header's tag then names a group that is not there
-    addFundo2TreeView(documento, secao("header"), 1, "um");
-    EXPECT_EQ(documento.arvore.Count(), 1U);
+    documento.estado.abrindo = true;
+    addFundo2TreeView(documento, secao("header"), 3, "um");
+    EXPECT_THAT(chavesAbaixo("kCONST_RAIZ"), ElementsAre("gkCONST_RAIZ_0003,passivo_header"));
+    EXPECT_THAT(chavesAbaixo("gkCONST_RAIZ_0003,passivo_header"),
+                ElementsAre("skCONST_RAIZ,0003,cotista,passivo_cotista",
+                            "skCONST_RAIZ,0003,despesas,passivo_despesas"));
+}
+
+TEST_F(Fundos, AGroupWithoutANodePutsItsFundsBelowTheRoot) {
+    const std::string semTag =
+        SecaoXml{.tag = "aa", .inside = mestre() + detalhe("titulo"), .nome = "Abelha"}.xml();
+    abre(layoutOf({.tag = "l", .inside = semTag, .nomeGrupo = "G", .tagGrupo = "g"}));
+    addFundo2TreeView(documento, secao("aa"), 1, "um");
+    EXPECT_THAT(chavesAbaixo("gkCONST_RAIZ_0001,l_aa_header"),
+                ElementsAre("skCONST_RAIZ,0001,titulo,l_aa_titulo"));
+}
+
+TEST_F(Fundos, WithoutATreeAFundFailsQuietly) {
+    abre(layoutSemGrupo());
+    addFundo2TreeView(documento, layout(), 1, "um");
+    EXPECT_TRUE(documento.arvore.empty());
 }
 
 struct ChaveDeFundo {

@@ -46,9 +46,9 @@ void prepara(QMessageBox& caixa, const QString& texto, Icone icone, const QStrin
 }
 
 bool perguntaEm(QMessageBox& caixa) {
-    const auto* sim = caixa.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
+    auto* sim = caixa.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
     auto* nao = caixa.addButton(QStringLiteral("&Não"), QMessageBox::NoRole);
-    caixa.setDefaultButton(nao);
+    caixa.setDefaultButton(sim);
     caixa.setEscapeButton(nao);
     const CursorNormal cursor;
     caixa.exec();

@@ -143,6 +143,7 @@ void frmEditor::validarBoleto() {
     if (validando_) {
         return;
     }
+    const QPointer<frmEditor> viva(this);
     guarded("frmEditor.validarBoleto", [this] {
         if (!salvo_) {
             saveBoleto();
@@ -154,7 +155,9 @@ void frmEditor::validarBoleto() {
                              Icone::Exclamacao);
         }
     });
-    status(QStringLiteral("Pronto"));
+    if (viva) {
+        status(QStringLiteral("Pronto"));
+    }
 }
 
 /// A run gives the user interface turns, in which the window may be asked to close, or go with the program.

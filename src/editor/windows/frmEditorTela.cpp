@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QSplitter>
@@ -105,7 +106,8 @@ void frmEditor::montaCorpo() {
     coluna->addWidget(barra_);
     painelGrade_ = new PainelGrade(QStringLiteral("grid"), splitter_);
     grade().setAccessibleName(QStringLiteral("Achados da validação"));
-    grade().setTeclaRemove(false); // findings are told, not kept
+    grade().setTeclaRemove(false);                        // findings are told, not kept
+    grade().horizontalHeader()->setMinimumSectionSize(1); // a share of a narrow grid is narrow
     splitter_->setStretchFactor(0, 2);
     splitter_->setStretchFactor(1, 1);
     splitter_->setSizes({300, 150});
@@ -196,8 +198,8 @@ void frmEditor::preparaMenu(QMenu& menu) {
 /// The Tab key goes into the text once the text has had the focus.
 void frmEditor::tiraParadas() {
     for (QWidget* controle : findChildren<QWidget*>()) {
-        const int politica = controle->focusPolicy() & ~Qt::TabFocus;
-        controle->setFocusPolicy(static_cast<Qt::FocusPolicy>(politica));
+        const bool porClique = (controle->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus;
+        controle->setFocusPolicy(porClique ? Qt::ClickFocus : Qt::NoFocus);
     }
 }
 

@@ -78,6 +78,9 @@ bool verifica(std::string& motivo) {
 }
 
 bool podeAbrir() {
+    if (desligada()) {
+        return true;
+    }
     static const bool pode = [] {
         std::string motivo;
         const bool certo = verifica(motivo);

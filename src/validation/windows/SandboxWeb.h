@@ -7,7 +7,8 @@
 namespace tv::sandboxWeb {
 
 /// True when the web engine may be started: its sandbox works, or the environment has switched it off
-/// (QTWEBENGINE_DISABLE_SANDBOX, or --no-sandbox in QTWEBENGINE_CHROMIUM_FLAGS). Asked once for the process.
+/// (QTWEBENGINE_DISABLE_SANDBOX, or --no-sandbox in QTWEBENGINE_CHROMIUM_FLAGS). The
+/// sandbox is tried once for the process; that it does not work is logged.
 bool podeAbrir();
 
 /// The same, found out anew. `motivo` receives why not, in Portuguese, otherwise the empty text.

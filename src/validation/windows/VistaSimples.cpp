@@ -174,7 +174,7 @@ void VistaSimples::procura(const QString& texto, bool paraTras) {
     }
     const auto direcao = paraTras ? QTextDocument::FindBackward : QTextDocument::FindFlags();
     const bool achou = brwReport_->find(texto, direcao) || procuraAdiante(texto, paraTras);
-    barra().mostraAviso(achou ? QString() : QStringLiteral("Texto não encontrado"));
+    barra().mostraAviso(achou ? QStringLiteral("Encontrado") : QStringLiteral("Texto não encontrado"));
 }
 
 bool VistaSimples::procuraAdiante(const QString& texto, bool paraTras) {

@@ -6,13 +6,16 @@
 #include "validation/windows/BarraLocalizar.h"
 
 #include <QChildEvent>
+#include <QEventLoop>
 #include <QPrinter>
+#include <QTimer>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace tv {
@@ -22,6 +25,7 @@ namespace {
 constexpr double menorZoom = 0.25;
 constexpr double maiorZoom = 5.0;
 constexpr int passoDaRoda = 120;
+constexpr std::chrono::minutes esperaMaxima{5};
 
 QUrl semFragmento(const QUrl& url) {
     return url.adjusted(QUrl::RemoveFragment);
@@ -116,8 +120,23 @@ VistaWeb::VistaWeb()
 
 VistaWeb::~VistaWeb() {
     if (imprimindo()) {
-        // A thread of the engine may still paint on it and cannot be told to stop.
+        esperaImpressao();
+    }
+}
+
+/// The engine ends the process when a page goes during its print. One that takes longer than the program may
+/// wait for is left to the end of the process.
+void VistaWeb::esperaImpressao() {
+    disconnect(this, &VistaRelatorio::impressaoTerminou, nullptr, nullptr);
+    QEventLoop laco;
+    connect(this, &VistaRelatorio::impressaoTerminou, &laco, &QEventLoop::quit);
+    QTimer::singleShot(esperaMaxima, &laco, &QEventLoop::quit);
+    laco.exec(QEventLoop::ExcludeUserInputEvents);
+    if (imprimindo()) {
+        brwReport_->setParent(nullptr);
         static_cast<void>(impressora_.release());
+        static_cast<void>(pagina_.release());
+        static_cast<void>(std::make_unique<std::shared_ptr<QWebEngineProfile>>(perfil_).release());
     }
 }
 

@@ -64,6 +64,7 @@ protected:
 
 private:
     void terminaImpressao(bool certo);
+    void esperaImpressao();
     void roda(int angulo);
 
     std::shared_ptr<QWebEngineProfile> perfil_; ///< Shared by all reports; outlives the page.

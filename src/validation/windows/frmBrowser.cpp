@@ -35,7 +35,7 @@ namespace {
 
 constexpr std::int32_t semResultado = -2147221504;
 constexpr int margemTitulo = 5;     // pixels at each side: the frame is 150 twips narrower than the window
-constexpr int alturaLogotipo = 32;  // pixels
+constexpr int alturaLogotipo = 28;  // pixels
 constexpr int resolucaoPapel = 300; // dots per inch; the engine paints sheets as pictures, which grow with it
 
 QString semBlancos(const QString& texto) {
@@ -73,14 +73,15 @@ void frmBrowser::montaTela() {
     toolbar_ = new QToolBar(this);
     toolbar_->setObjectName(QStringLiteral("toolbar"));
     toolbar_->setAccessibleName(QStringLiteral("Ferramentas do relatório"));
-    toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    toolbar_->setIconSize({24, 24});
+    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
 
     statusBar_ = new QStatusBar(this);
     statusBar_->setObjectName(QStringLiteral("statusBar"));
     statusBar_->setAccessibleName(QStringLiteral("Situação"));
     statusBar_->setSizeGripEnabled(false);
     painel_ = new QLabel(statusBar_);
-    painel_->setObjectName(QStringLiteral("painelStatus"));
+    painel_->setObjectName(QStringLiteral("panel1"));
     painel_->setAccessibleName(QStringLiteral("Situação"));
     painel_->setTextFormat(Qt::PlainText);
     painel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -101,8 +102,15 @@ void frmBrowser::montaTela() {
     pilha->addLayout(faixa);
     pilha->addWidget(vista.release(), 1); // the layout's window owns it
     pilha->addWidget(statusBar_);
-    resize(900, 600);
     setFocusProxy(vista_);
+}
+
+QSize frmBrowser::sizeHint() const {
+    return {1000, 600};
+}
+
+QSize frmBrowser::minimumSizeHint() const {
+    return {520, 320};
 }
 
 QFrame* frmBrowser::montaTitulo() {
@@ -112,10 +120,12 @@ QFrame* frmBrowser::montaTitulo() {
     frmTitulo->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     lblTitulo_ = new QLabel(QStringLiteral("Resultado da Validação"), frmTitulo);
     lblTitulo_->setObjectName(QStringLiteral("lblTitulo"));
+    lblTitulo_->setAccessibleName(QStringLiteral("Título do relatório"));
     lblTitulo_->setTextFormat(Qt::PlainText);
     lblTitulo_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     QFont fonte = lblTitulo_->font();
     fonte.setBold(true);
+    fonte.setPointSizeF(fonte.pointSizeF() * 1.3);
     lblTitulo_->setFont(fonte);
     auto* imgTORVA = new QLabel(frmTitulo);
     imgTORVA->setObjectName(QStringLiteral("imgTORVA"));
@@ -131,10 +141,12 @@ QFrame* frmBrowser::montaTitulo() {
 void frmBrowser::buildToolbar() {
     toolbar_->clear();
     criaBotao(QStringLiteral("btnImprimir"), QStringLiteral("&Imprimir"), QStringLiteral("imgPrint"),
-              &frmBrowser::imprimirReport);
+              &frmBrowser::imprimirReport)
+        ->setToolTip(QStringLiteral("Imprime o relatório (Ctrl+P)"));
     toolbar_->addSeparator();
     criaBotao(QStringLiteral("btnFechar"), QStringLiteral("Fechar"), QStringLiteral("imgCloseWindow"),
-              &frmBrowser::closeWindow);
+              &frmBrowser::closeWindow)
+        ->setToolTip(QStringLiteral("Fecha a janela (Ctrl+F4)"));
 }
 
 QAction* frmBrowser::criaBotao(const QString& chave, const QString& texto, const QString& imagem,
@@ -143,6 +155,9 @@ QAction* frmBrowser::criaBotao(const QString& chave, const QString& texto, const
     botao->setObjectName(chave);
     botao->setIconText(texto); // keeps the mnemonic on the button
     connect(botao, &QAction::triggered, this, acao);
+    if (auto* face = toolbar_->widgetForAction(botao)) {
+        face->setFocusPolicy(Qt::TabFocus);
+    }
     return botao;
 }
 
@@ -185,6 +200,7 @@ void frmBrowser::carrega(const Resultados& resultados, const QString& titulo, co
     createResultFile(resultados, titulo, arquivo, arquivoReport_);
     vista_->abre(arquivoReport_);
     mostra();
+    vista_->setFocus(); // keys of the page work at once
 }
 
 void frmBrowser::tomaNomeTemporario() {

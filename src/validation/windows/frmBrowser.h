@@ -38,6 +38,9 @@ public:
     /// The page's file, which lives as long as the window; empty before abrir.
     const std::filesystem::path& arquivoReport() const noexcept { return arquivoReport_; }
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
 protected:
     void aoDescarregar() override;
 

@@ -10,10 +10,57 @@
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
 
 /// The run of a batch. It gives the user interface turns, in which the window can be closed or even be
 /// destroyed: what runs on holds all that it needs and asks for the window anew behind each turn.
 namespace tv {
+
+namespace {
+
+/// Lets a widget draw itself only now and then for the life of the object. The active row of a quick batch
+/// moves with each file, and drawing the whole grid in every turn would take a good part of the run's time.
+/// The slower the screen is, the longer the pauses.
+class DesenhoEspacado {
+public:
+    explicit DesenhoEspacado(QWidget& alvo)
+        : alvo_(&alvo) {
+        alvo.setUpdatesEnabled(false);
+        QObject::connect(&relogio_, &QTimer::timeout, &alvo, [this] { desenha(); });
+        relogio_.start(intervalo);
+    }
+    ~DesenhoEspacado() {
+        if (alvo_) {
+            alvo_->setUpdatesEnabled(true);
+        }
+    }
+    DesenhoEspacado(const DesenhoEspacado&) = delete;
+    DesenhoEspacado& operator=(const DesenhoEspacado&) = delete;
+
+private:
+    static constexpr std::chrono::milliseconds intervalo{60};
+    static constexpr std::chrono::milliseconds maiorIntervalo{250};
+    static constexpr int pausaPorDesenho = 20; ///< Times what a drawing takes.
+
+    void desenha() {
+        const auto inicio = std::chrono::steady_clock::now();
+        alvo_->setUpdatesEnabled(true);
+        alvo_->repaint();
+        alvo_->setUpdatesEnabled(false);
+        const auto gasto = std::chrono::steady_clock::now() - inicio;
+        relogio_.setInterval(
+            std::clamp(std::chrono::duration_cast<std::chrono::milliseconds>(pausaPorDesenho * gasto),
+                       intervalo, maiorIntervalo));
+    }
+
+    QPointer<QWidget> alvo_;
+    QTimer relogio_;
+};
+
+} // namespace
 
 void frmValidador::validaBoleto() {
     if (executando_) {
@@ -49,6 +96,7 @@ void frmValidador::percorre(const Viva& janela) {
     clsValidador validador;
     janela->grade().setCursor(Qt::WaitCursor);
     janela->desmarca();
+    const DesenhoEspacado desenho(janela->grade());
     int linha = 0;
     do {
         turns::due();

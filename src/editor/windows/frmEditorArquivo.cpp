@@ -163,6 +163,7 @@ void frmEditor::validarBoleto() {
 /// A run gives the user interface turns, in which the window may be asked to close, or go with the program.
 void frmEditor::valida() {
     const QPointer<frmEditor> viva(this);
+    const std::shared_ptr<const clsBoleto> boleto = boleto_; // the run needs it even without the window
     clsValidador validador;
     bool valido = false;
     {
@@ -171,7 +172,7 @@ void frmEditor::valida() {
         progresso.setMsg(QStringLiteral("Validando Arquivo XML"), descricaoDoArquivo());
         status(QStringLiteral("Validando arquivo ..."));
         validando_ = true;
-        valido = validador.isValido(paraCaminho(arquivo_.trimmed()), boleto_);
+        valido = validador.isValido(paraCaminho(arquivo_.trimmed()), boleto);
         if (!viva) {
             return;
         }

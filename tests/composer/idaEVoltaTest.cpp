@@ -46,10 +46,10 @@ TEST_P(IdaEVolta, GivesTheSameDocument) {
     const std::vector<std::string> linhas = linhasDoDocumento(documento);
     EXPECT_GT(linhas.size(), 3U);
 
-    XmlDocument original;
-    ASSERT_TRUE(original.load(amostra()));
+    XmlDocument aberto;
+    ASSERT_TRUE(aberto.load(amostra()));
     const XmlDocument salvo = montaDocumento(documento);
-    EXPECT_EQ(arvoreComparavel(salvo), arvoreComparavel(original));
+    EXPECT_EQ(arvoreComparavel(salvo), arvoreComparavel(aberto));
 
     const ScratchFolder pasta;
     salvo.save(pasta / "salvo.xml", true);

@@ -11,7 +11,12 @@
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
 	<xsl:output method="html" encoding="UTF-8" indent="no" doctype-system="about:legacy-compat"/>
 
-	<xsl:key name="porTipoESecao" match="RESULTADO" use="concat(@tipoResultado, ' ', LOCAL/@secao)"/>
+	<!--
+		As ocorrências por tipo, cesto e seção. Guardar mais uma sob a mesma chave custa tanto quanto as que já estão lá;
+		o número da linha as reparte por cestos, para que milhares da mesma seção não se acumulem num só.
+	-->
+	<xsl:variable name="cestos" select="64"/>
+	<xsl:key name="porTipoESecao" match="RESULTADO" use="concat(@tipoResultado, ' ', (@linha + 1) mod 64, ' ', LOCAL/@secao)"/>
 
 	<!-- Ocorrências por bloco, e caracteres que se mostram de um valor e da chave de um fundo. -->
 	<xsl:variable name="bloco" select="200"/>
@@ -121,9 +126,24 @@
 		<xsl:param name="lugares"/>
 		<xsl:if test="$lugares">
 			<xsl:variable name="secao" select="string($lugares[1]/@secao)"/>
-			<xsl:variable name="dominio" select="count(key('porTipoESecao', concat('DOMINIO ', $secao)))"/>
-			<xsl:variable name="estrutura" select="count(key('porTipoESecao', concat('ESTRUTURA ', $secao)))"/>
-			<xsl:variable name="desconhecido" select="count(key('porTipoESecao', concat('DESCONHECIDO ', $secao)))"/>
+			<xsl:variable name="dominio">
+				<xsl:call-template name="conta">
+					<xsl:with-param name="tipo" select="'DOMINIO'"/>
+					<xsl:with-param name="secao" select="$secao"/>
+				</xsl:call-template>
+			</xsl:variable>
+			<xsl:variable name="estrutura">
+				<xsl:call-template name="conta">
+					<xsl:with-param name="tipo" select="'ESTRUTURA'"/>
+					<xsl:with-param name="secao" select="$secao"/>
+				</xsl:call-template>
+			</xsl:variable>
+			<xsl:variable name="desconhecido">
+				<xsl:call-template name="conta">
+					<xsl:with-param name="tipo" select="'DESCONHECIDO'"/>
+					<xsl:with-param name="secao" select="$secao"/>
+				</xsl:call-template>
+			</xsl:variable>
 			<tr>
 				<th scope="row">
 					<xsl:value-of select="$secao"/>
@@ -138,6 +158,27 @@
 				<xsl:with-param name="lugares" select="$lugares[@secao != $secao]"/>
 			</xsl:call-template>
 		</xsl:if>
+	</xsl:template>
+
+	<!-- Quantas ocorrências de um tipo há numa seção: a soma dos cestos, e das que não dizem a linha. -->
+	<xsl:template name="conta">
+		<xsl:param name="tipo"/>
+		<xsl:param name="secao"/>
+		<xsl:param name="cesto" select="0"/>
+		<xsl:param name="soma" select="count(key('porTipoESecao', concat($tipo, ' NaN ', $secao)))"/>
+		<xsl:choose>
+			<xsl:when test="$cesto = $cestos">
+				<xsl:value-of select="$soma"/>
+			</xsl:when>
+			<xsl:otherwise>
+				<xsl:call-template name="conta">
+					<xsl:with-param name="tipo" select="$tipo"/>
+					<xsl:with-param name="secao" select="$secao"/>
+					<xsl:with-param name="cesto" select="$cesto + 1"/>
+					<xsl:with-param name="soma" select="$soma + count(key('porTipoESecao', concat($tipo, ' ', $cesto, ' ', $secao)))"/>
+				</xsl:call-template>
+			</xsl:otherwise>
+		</xsl:choose>
 	</xsl:template>
 
 	<!-- Ocorrências. -->

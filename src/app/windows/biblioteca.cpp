@@ -103,7 +103,7 @@ void closeApplication() {
 }
 
 void encerraProcesso(int estado) {
-    std::fflush(nullptr);
+    static_cast<void>(std::fflush(nullptr));
     std::_Exit(estado);
 }
 

@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QShortcut>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 
@@ -213,10 +214,9 @@ void mdiMain::encerraMenu(const QString& menu) {
 
 void mdiMain::closeAllWindows() {
     guarded("mdiMain.closeAllWindows", [this] {
-        const std::vector<QPointer<Janela>> abertas = filhas();
-        for (auto janela = abertas.rbegin(); janela != abertas.rend(); ++janela) {
-            if (*janela != nullptr) {
-                (*janela)->closeWindow();
+        for (const QPointer<Janela>& janela : filhasDaUltima()) {
+            if (janela != nullptr) {
+                janela->closeWindow();
             }
         }
         throw Error(errc::memberNotOffered, "frmObjetos",
@@ -224,7 +224,7 @@ void mdiMain::closeAllWindows() {
     });
 }
 
-std::vector<QPointer<Janela>> mdiMain::filhas() const {
+std::vector<QPointer<Janela>> mdiMain::filhasDaUltima() const {
     std::vector<QPointer<Janela>> abertas;
     const auto molduras = area_->subWindowList(QMdiArea::CreationOrder);
     for (const QMdiSubWindow* moldura : molduras) {
@@ -232,6 +232,7 @@ std::vector<QPointer<Janela>> mdiMain::filhas() const {
             abertas.emplace_back(janela);
         }
     }
+    std::reverse(abertas.begin(), abertas.end());
     return abertas;
 }
 
@@ -280,13 +281,11 @@ Janela* mdiMain::janelaAtiva() const {
 }
 
 void mdiMain::closeEvent(QCloseEvent* evento) {
-    const std::vector<QPointer<Janela>> abertas = filhas();
-    for (auto janela = abertas.rbegin(); janela != abertas.rend(); ++janela) {
-        if (*janela == nullptr) {
-            continue;
+    for (const QPointer<Janela>& janela : filhasDaUltima()) {
+        if (janela != nullptr) {
+            janela->closeWindow();
         }
-        (*janela)->closeWindow();
-        if (*janela != nullptr && !(*janela)->descarregada()) {
+        if (janela != nullptr && !janela->descarregada()) {
             evento->ignore();
             return;
         }

@@ -85,7 +85,8 @@ private:
     void incluiLayout(const clsBoleto& boleto);
     void encerraMenu(const QString& menu);
     void esquece(const QString& janelaID);
-    std::vector<QPointer<Janela>> filhas() const;
+    /// The children in the frame, enrolled or not, the last one first.
+    std::vector<QPointer<Janela>> filhasDaUltima() const;
 
     std::unique_ptr<frmObjetos> objetos_; ///< Loaded with the main window, never shown.
     QMdiArea* area_ = nullptr;

@@ -18,7 +18,7 @@ QMdiSubWindow* quadro(const Janela& janela) {
 /// The frame of a window that was closed by itself would stay behind, empty.
 void fechaQuadro(const Janela& janela) {
     if (auto* moldura = quadro(janela)) {
-        QMetaObject::invokeMethod(moldura, &QWidget::close, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(moldura, "close", Qt::QueuedConnection);
     }
 }
 

@@ -344,9 +344,7 @@ void Grade::focusInEvent(QFocusEvent* evento) {
     if (currentIndex().isValid()) {
         QTableView::focusInEvent(evento);
     } else {
-        // Coming by alone makes no row active.
-        QAbstractScrollArea::focusInEvent(evento);
-        viewport()->update();
+        viewport()->update(); // coming by alone makes no row active
     }
 }
 

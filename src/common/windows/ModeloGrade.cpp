@@ -314,11 +314,13 @@ QVariant ModeloGrade::icone(const QModelIndex& indice) const {
     if (achada == imagens_.end()) {
         return {};
     }
-    const auto [lugar, nova] = icones_.try_emplace(paraUtf8(achada->second));
-    if (nova) {
-        proceed([&] { lugar->second = frmObjetos::imagemSobreClaro(achada->second); });
+    const std::string chave = paraUtf8(achada->second);
+    if (icones_.find(chave) == icones_.end()) {
+        QIcon nova; // stays empty for a key that nothing answers to
+        proceed([&] { nova = frmObjetos::imagemSobreClaro(achada->second); });
+        icones_.emplace(chave, nova);
     }
-    return lugar->second;
+    return icones_.at(chave);
 }
 
 QVariant ModeloGrade::data(const QModelIndex& indice, int papel) const {

@@ -170,6 +170,7 @@ protected:
                std::string::npos;
     }
 
+    clock::Frozen hora{clock::at(2026, 3, 14, 10)}; ///< A file takes no time.
     ValidationFolder pasta;
     TemporaryFolder log;
     GlobalLogger registro{startLogger(log, clsLogger::typeTXT, library::level::all)};

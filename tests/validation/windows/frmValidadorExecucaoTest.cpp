@@ -1,6 +1,11 @@
 #include "validation/windows/Bancada.h"
 
+#include <QTimer>
+
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <ctime>
 
 using namespace tv;
 using namespace tv::test;
@@ -324,4 +329,71 @@ TEST_F(frmValidadorExecucao, TwoWindowsRunOneInsideTheOther) {
     janela = primeira;
     EXPECT_THAT(estados(), ElementsAre(passou, passou));
     EXPECT_FALSE(segunda->executando());
+}
+
+namespace {
+
+/// A batch of documents of 50 kB, in real time.
+class frmValidadorRitmo : public Bancada {
+protected:
+    std::string grande(int numero) const {
+        std::string xml = "<posicao><fundo><header><cnpj>1</cnpj><dt>20240115</dt></header>";
+        while (xml.size() < 50'000) {
+            xml += "<titulo><cod>LFT</cod><valor>1.5</valor><classe>C</classe></titulo>";
+        }
+        return pasta.write(std::to_string(numero) + ".xml", xml + "</fundo></posicao>").string();
+    }
+};
+
+} // namespace
+
+TEST_F(frmValidadorRitmo, ClicksAreServedAllTheWhile) {
+    abre();
+    QStringList caminhos;
+    for (int i = 0; i < 150; ++i) {
+        caminhos << paraQt(grande(i));
+    }
+    janela->adicionaArquivos(caminhos);
+    // Processor time, because how much of it this process gets is not the window's matter.
+    const auto agora = [] { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
+    double anterior = 0;
+    double maiorEspera = 0;
+    int servidos = 0;
+    QTimer relogio;
+    QObject::connect(&relogio, &QTimer::timeout, [&] {
+        maiorEspera = std::max(maiorEspera, agora() - anterior);
+        anterior = agora();
+        ++servidos;
+    });
+    relogio.start(1);
+    anterior = agora();
+    clica("btnValidar");
+    maiorEspera = std::max(maiorEspera, agora() - anterior);
+    RecordProperty("longest_wait_ms", std::to_string(maiorEspera));
+    EXPECT_THAT(estados(), Each(::testing::StartsWith("|imgOK|True|True|")));
+    EXPECT_GT(servidos, 5);
+    EXPECT_LT(maiorEspera, 100);
+}
+
+TEST_F(frmValidadorRitmo, RowsTurnGreenAndRed) {
+    abre();
+    adiciona({grande(1), grande(2), grande(3)});
+    // Each row's status cell as "g"reen, "r"ed or neither.
+    const auto cores = [this] {
+        const QImage imagem = grade().viewport()->grab().toImage();
+        std::string todas;
+        for (int linha = 0; linha < modelo().rowCount(); ++linha) {
+            const QRect celula = grade().visualRect(modelo().index(linha, 0));
+            const QColor cor = imagem.pixelColor(celula.right() - 4, celula.center().y());
+            const int sobra = cor.green() - cor.red();
+            todas += sobra > 20 ? 'g' : (sobra < -20 ? 'r' : '-');
+        }
+        return todas;
+    };
+    EXPECT_EQ(cores(), "---");
+    pasta.write("2.xml", "<posicao/>");
+    clica("btnValidar");
+    EXPECT_EQ(cores(), "grg");
+    EXPECT_TRUE(grade().updatesEnabled());
+    EXPECT_TRUE(grade().viewport()->updatesEnabled());
 }

@@ -187,6 +187,12 @@
 		<xsl:variable name="primeira" select="(position() - 1) * $bloco + 1"/>
 		<xsl:variable name="ultima" select="$primeira + $bloco - 1"/>
 		<section class="bloco">
+			<!-- A altura que se supõe de um bloco ainda por desenhar é a de um cheio. -->
+			<xsl:if test="$ultima &gt; $total">
+				<xsl:attribute name="style">
+					<xsl:value-of select="concat('contain-intrinsic-size: auto ', ($total - $primeira + 2) * 55, 'px')"/>
+				</xsl:attribute>
+			</xsl:if>
 			<table class="ocorrencias">
 				<caption>
 					<xsl:text>Ocorrências </xsl:text>

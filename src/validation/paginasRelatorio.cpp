@@ -4,7 +4,7 @@ namespace tv {
 
 namespace {
 
-constexpr std::string_view inicioDeBloco = R"(<section class="bloco">)";
+constexpr std::string_view inicioDeBloco = R"(<section class="bloco")";
 constexpr std::string_view inicioDeCorpo = "<body>";
 
 /// Where the blocks begin.

@@ -12,11 +12,12 @@ TEST(PaginasRelatorioTest, EveryBlockIsAPageWithTheHead) {
     EXPECT_THAT(
         paginasRelatorio("<html><head><style>x</style></head><body><h1>T</h1>"
                          "<section class=\"bloco\">1</section><section class=\"bloco\">2</section>"
-                         "<section class=\"bloco\">3</section></body></html>"),
-        ElementsAre("<html><head><style>x</style></head><body><h1>T</h1><section class=\"bloco\">1</section>",
-                    "<html><head><style>x</style></head><body><section class=\"bloco\">2</section>",
-                    "<html><head><style>x</style></head><body><section class=\"bloco\">3</section>"
-                    "</body></html>"));
+                         "<section class=\"bloco\" style=\"x\">3</section></body></html>"),
+        ElementsAre(
+            "<html><head><style>x</style></head><body><h1>T</h1><section class=\"bloco\">1</section>",
+            "<html><head><style>x</style></head><body><section class=\"bloco\">2</section>",
+            "<html><head><style>x</style></head><body><section class=\"bloco\" style=\"x\">3</section>"
+            "</body></html>"));
 }
 
 TEST(PaginasRelatorioTest, OneBlockStaysWhole) {

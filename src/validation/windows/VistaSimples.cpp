@@ -23,6 +23,7 @@ namespace {
 
 constexpr double menorZoom = 0.25;
 constexpr double maiorZoom = 5.0;
+constexpr double margem = 16;      // pixels
 constexpr double letraDaTela = 14; // pixels
 constexpr double letraDoPapel = 7; // points
 
@@ -36,10 +37,10 @@ protected:
     void doSetSource(const QUrl& /*nome*/, QTextDocument::ResourceType /*tipo*/) override {}
 };
 
-/// The page with its letters in one size, which takes the place of the sizes in its style.
+/// The page with its letters in one size and air in its cells, since the widget knows no relative lengths.
 QString comLetra(const std::string& pagina, double tamanho, QLatin1String unidade) {
     const QString estilo = QStringLiteral("<style>body, p, dt, dd, caption, th, td, small, h1, h2 "
-                                          "{ font-size: %1%2; }</style></head>")
+                                          "{ font-size: %1%2; } th, td { padding: 2px 5px; }</style></head>")
                                .arg(tamanho)
                                .arg(unidade);
     return paraQt(pagina).replace(QStringLiteral("</head>"), estilo);
@@ -71,6 +72,7 @@ VistaSimples::VistaSimples()
     brwReport_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     brwReport_->setContextMenuPolicy(Qt::CustomContextMenu);
     brwReport_->viewport()->installEventFilter(this);
+    brwReport_->document()->setDocumentMargin(margem);
     montaPagina(brwReport_);
     montaRodape(montaNavegacao());
     connect(brwReport_, &QWidget::customContextMenuRequested, this,

@@ -17,6 +17,7 @@
 #include "validation/windows/VistaRelatorio.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -192,6 +193,7 @@ void frmBrowser::carrega(const Resultados& resultados, const QString& titulo, co
     painel_->setText(QStringLiteral("Abrindo relatório de validação ..."));
     const QString nome = QStringLiteral("[%1]").arg(semBlancos(FileOperations::GetFTitle(arquivo)));
     setWindowTitle(QStringLiteral("Resultado da Validação ") + nome);
+    nomeNaImpressora_ = QStringLiteral("Resultado da Validação - ") + QFileInfo(arquivo).completeBaseName();
     setWindowIcon(frmObjetos::imagem(QStringLiteral("imgResult")));
     lblTitulo_->setText(lblTitulo_->text() + QStringLiteral(" - ") + nome);
     lblTitulo_->setToolTip(lblTitulo_->text());
@@ -239,7 +241,7 @@ void frmBrowser::imprimirReport() {
     const bool certo = guarded("frmBrowser.imprimirReport", [&] {
         aviso->setMsg(QStringLiteral("Imprimindo relatório de validação"),
                       QStringLiteral("Boleto:  ") + documento);
-        auto impressora = impressoraDeRelatorio(windowTitle());
+        auto impressora = impressoraDeRelatorio(nomeNaImpressora_);
         QPrintDialog dialogo(impressora.get(), this);
         dialogo.setWindowTitle(QStringLiteral("Imprimir"));
         dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintCollateCopies |

@@ -60,6 +60,7 @@ private:
     QLabel* painel_ = nullptr;
     VistaRelatorio* vista_ = nullptr; ///< Owned by the window.
     std::filesystem::path arquivoReport_;
+    QString nomeNaImpressora_; ///< The print's name, which a file printed to is proposed to bear.
 };
 
 } // namespace tv

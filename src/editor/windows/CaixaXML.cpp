@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace tv {
 
@@ -36,6 +37,35 @@ QString paraTexto(std::u16string_view texto) {
     return QString(reinterpret_cast<const QChar*>(texto.data()), static_cast<qsizetype>(texto.size()));
 }
 
+/// Cuts a text into lines.
+class Cortador {
+public:
+    /// `cortes` are the places of the cuts in the text as it is before the first of them, ascending.
+    Cortador(QTextCursor& cursor, const std::vector<int>& cortes)
+        : cursor_(cursor)
+        , cortes_(cortes)
+        , bloco_(cursor.blockFormat())
+        , caractere_(cursor.charFormat()) {}
+
+    /// Makes the cuts `de` up to `ate`; `feitos` were made in front of them.
+    void corta(std::size_t de, std::size_t ate, int feitos) {
+        if (de >= ate) {
+            return;
+        }
+        const std::size_t meio = de + (ate - de) / 2;
+        cursor_.setPosition(cortes_[meio] + feitos);
+        cursor_.insertBlock(bloco_, caractere_);
+        corta(meio + 1, ate, feitos + 1); // what lies behind first: places in front stay as they are
+        corta(de, meio, feitos);
+    }
+
+private:
+    QTextCursor& cursor_;
+    const std::vector<int>& cortes_;
+    QTextBlockFormat bloco_;
+    QTextCharFormat caractere_;
+};
+
 bool isRedo(const QKeyEvent& evento) {
     return evento.matches(QKeySequence::Redo) ||
            (evento.key() == Qt::Key_Y && evento.modifiers() == Qt::ControlModifier) ||
@@ -58,21 +88,47 @@ CaixaXML::CaixaXML(QWidget* dono)
     connect(document(), &QTextDocument::contentsChange, this, &CaixaXML::ouve);
 }
 
-std::u16string CaixaXML::interno(std::u16string_view texto) {
-    std::u16string resultado(texto);
-    for (char16_t& unidade : resultado) {
-        for (const Substituto& par : substitutos) {
-            unidade = unidade == par.caractere ? par.interno : unidade;
+std::u16string CaixaXML::interno(std::u16string texto) {
+    for (char16_t& unidade : texto) {
+        if (unidade >= separador) { // the smallest of them
+            for (const Substituto& par : substitutos) {
+                unidade = unidade == par.caractere ? par.interno : unidade;
+            }
         }
     }
-    return resultado;
+    return texto;
 }
 
-void CaixaXML::setTexto(std::u16string_view texto) {
+void CaixaXML::setTextoInterno(std::u16string_view texto) {
     carregando_ = true;
-    setPlainText(paraTexto(interno(texto)));
+    clear();
+    enche(texto);
+    moveCursor(QTextCursor::Start);
     tamanhoConhecido_ = tamanho();
     carregando_ = false;
+}
+
+/// Fills the empty box. The layout keeps the pieces of a text in trees: lines that come one behind the other
+/// make them deep, and every further line walks all the way down. The text in one piece, cut at its line ends
+/// from the middle outwards, keeps the ways short; a large document is shown in little more than half of the
+/// time.
+void CaixaXML::enche(std::u16string_view texto) {
+    QString semLinhas;
+    semLinhas.reserve(static_cast<qsizetype>(texto.size()));
+    std::vector<int> cortes;
+    for (std::size_t inicio = 0; inicio <= texto.size();) {
+        const std::size_t fim = std::min(texto.find(u'\n', inicio), texto.size());
+        semLinhas += paraTexto(texto.substr(inicio, fim - inicio));
+        if (fim < texto.size()) {
+            cortes.push_back(static_cast<int>(semLinhas.size()));
+        }
+        inicio = fim + 1;
+    }
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.insertText(semLinhas);
+    Cortador(cursor, cortes).corta(0, cortes.size(), 0);
+    cursor.endEditBlock();
 }
 
 std::u16string CaixaXML::textoInterno() const {

@@ -23,12 +23,13 @@ class CaixaXML : public QPlainTextEdit {
 public:
     explicit CaixaXML(QWidget* dono = nullptr);
 
-    /// The whole text; lines end in line feeds. Setting it is no change.
-    void setTexto(std::u16string_view texto);
+    /// The whole text; lines end in line feeds.
     std::u16string texto() const;
-    /// The text as the states of the undo stack hold it: with stand-ins.
+    /// The text as it is shown, and as the states of the undo stack hold it: with stand-ins. Setting it is no
+    /// change.
     std::u16string textoInterno() const;
-    static std::u16string interno(std::u16string_view texto);
+    void setTextoInterno(std::u16string_view texto);
+    static std::u16string interno(std::u16string texto);
     int tamanho() const;
 
     std::int32_t SelStart() const { return textCursor().selectionStart(); }
@@ -63,6 +64,7 @@ protected:
 private:
     void ouve(int inicio, int removidos, int inseridos);
     std::u16string trecho(int inicio, int tamanho) const;
+    void enche(std::u16string_view texto);
 
     int tamanhoConhecido_ = 0;
     bool carregando_ = false;

@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <map>
+#include <utility>
 
 namespace tv {
 
@@ -66,13 +67,13 @@ void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
 void frmEditor::carrega() {
     std::u16string texto;
     try {
-        texto = quebras_.quebra(disco_.le(paraCaminho(arquivo_.trimmed())));
+        texto = CaixaXML::interno(quebras_.quebra(disco_.le(paraCaminho(arquivo_.trimmed()))));
     } catch (const std::exception& falha) {
         logFailure(falha);
         texto.clear();
     }
-    txtXML_->setTexto(texto);
-    pilha_.inicia(Texto(CaixaXML::interno(texto)));
+    txtXML_->setTextoInterno(texto);
+    pilha_.inicia(Texto(std::move(texto)));
 }
 
 // --- the tool bar's keys

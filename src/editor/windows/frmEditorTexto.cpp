@@ -135,7 +135,7 @@ void frmEditor::refaz() {
 
 /// Shows what was saved, so that places in the file are places in the text. Caret and view stay.
 void frmEditor::mostraForma(std::u16string_view forma) {
-    const std::u16string novo = CaixaXML::interno(forma);
+    const std::u16string novo = CaixaXML::interno(std::u16string(forma));
     const std::u16string velho = txtXML_->textoInterno();
     if (novo == velho) {
         return;

@@ -23,4 +23,6 @@ function(tv_add_windows target)
     target_link_libraries(${target} PUBLIC ${WINDOWS_LINK} PRIVATE tv_strictness)
     target_compile_definitions(${target} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
     target_compile_features(${target} PUBLIC cxx_std_20)
+    # Their headers are what every window begins with.
+    target_precompile_headers(${target} PRIVATE <QtWidgets> <functional> <map> <memory> <string> <vector>)
 endfunction()

@@ -36,17 +36,29 @@ std::shared_ptr<const clsTabela> tabelaDe(const clsCampo& campo) {
     return tabela == nullptr ? nullptr : *tabela;
 }
 
+bool isLogico(const clsCampo& campo) {
+    return campo.getDado().getTipo() == static_cast<int>(ColumnType::Boolean) && !campo.hasTabela();
+}
+
+/// Logical cells show what their list offers.
+const std::shared_ptr<const clsTabela>& simNao() {
+    static const std::shared_ptr<const clsTabela> tabela = [] {
+        auto nova = std::make_shared<clsTabela>();
+        nova->linha.Add({"True", "S"}, "True");
+        nova->linha.Add({"False", "N"}, "False");
+        return nova;
+    }();
+    return tabela;
+}
+
 ColunaGrade aparencia(const clsCampo& campo) {
     const clsColuna& coluna = campo.getColuna();
     ColunaGrade nova;
     nova.titulo = paraQt(campo.getNome());
     nova.formato = coluna.getMaskDisplay();
-    if (nova.formato.empty() && campo.getDado().getTipo() == static_cast<int>(ColumnType::Boolean)) {
-        nova.formato = R"("S";"S";"N")"; // as the list of the cell says it
-    }
     nova.alinhamento = alinhamento(coluna.getAlinhamento());
     nova.largura = coluna.getLargura() / twipsPorPixel;
-    nova.tabela = tabelaDe(campo);
+    nova.tabela = isLogico(campo) ? simNao() : tabelaDe(campo);
     nova.editavel = true;
     return nova;
 }

@@ -251,7 +251,7 @@ TEST_F(frmTramadorLinhas, RefusedRemovalKeepsTheRow) {
 TEST_F(frmTramadorLinhas, AmpersandInATitleIsOneOnTheScreen) {
     abre(layoutOf({.tag = "lista",
                    .inside = mestre("registro"),
-                   .nome = "Fundos & cia",
+                   .nome = "Fundos &amp; cia",
                    .nomeGrupo = "",
                    .tagGrupo = ""}));
     EXPECT_TRUE(grade().captionVisivel().contains(q("Fundos & cia"))) << grade().caption().toStdString();

@@ -133,10 +133,9 @@ TEST_F(frmTramadorAbertura, ColumnsLookAsTheirFieldsSay) {
             EXPECT_TRUE(coluna.editavel);
             EXPECT_EQ(coluna.titulo, paraQt(campo->getNome()));
             EXPECT_EQ(coluna.largura, campo->getColuna().getLargura() / 15);
-            EXPECT_EQ(coluna.tabela != nullptr, campo->hasTabela()) << outra->chave << campo->getTag();
-            if (campo->getDado().getTipo() != 11) {
-                EXPECT_EQ(coluna.formato, campo->getColuna().getMaskDisplay());
-            }
+            EXPECT_EQ(coluna.formato, campo->getColuna().getMaskDisplay());
+            const bool isLista = campo->hasTabela() || campo->getDado().getTipo() == 11;
+            EXPECT_EQ(coluna.tabela != nullptr, isLista) << outra->chave << campo->getTag();
         }
         for (const char* oculta : {"rowID", "rowMaster"}) {
             const ColunaGrade& coluna = esta.modelo().coluna(esta.modelo().indice(oculta));

@@ -34,7 +34,7 @@ protected:
     std::size_t temporarios() const {
         std::size_t achados = 0;
         for (const auto& arquivo : std::filesystem::directory_iterator(programa.caminho())) {
-            achados += arquivo.path().extension() == ".TMP" ? 1 : 0;
+            achados += arquivo.path().extension() == ".TMP" ? 1U : 0U;
         }
         return achados;
     }
@@ -105,6 +105,7 @@ TEST_F(frmTramadorDocumento, NothingToSaveIsTold) {
 TEST_F(frmTramadorDocumento, InvalidDocumentIsNotSavedWithoutTheUsersWord) {
     abre("arquivoposicao_4_01");
     incluiFundo(cnpj);
+    preenche(0, "cnpj", std::string("94000001000181")); // its check digits are wrong
     Caixas caixas{q("Não")};
     clica("btnSalvar");
     ASSERT_EQ(caixas.vistas().size(), 1U);

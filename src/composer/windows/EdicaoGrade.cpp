@@ -12,8 +12,15 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace tv {
+
+namespace {
+
+constexpr qsizetype maximoDeRecusas = 20; ///< Told of one block, so that the message stays on the screen.
+
+} // namespace
 
 EdicaoGrade::EdicaoGrade(Grade& grade, GradeSecao& secao)
     : QObject(&grade)
@@ -141,6 +148,9 @@ void EdicaoGrade::cola(const QString& texto) {
         }
     }
     conclui(celulas);
+    if (recusadas.size() > maximoDeRecusas) {
+        recusadas = recusadas.mid(0, maximoDeRecusas) << QStringLiteral("\n\t...");
+    }
     if (!recusadas.isEmpty()) {
         Q_EMIT recusou(grade_.texto(Grade::valorInvalido) + recusadas.join(QString()));
     }
@@ -167,14 +177,15 @@ void EdicaoGrade::conclui(const std::vector<CelulaEditada>& celulas) {
     }
     const int ativa = grade_.linhaAtiva();
     const std::size_t numeroAtivo = ativa >= 0 ? grade_.modelo().numeroDaLinha(ativa) : 0;
-    std::vector<std::size_t> deixadas;
+    std::set<std::size_t> outras;
     for (const CelulaEditada& celula : celulas) {
         if (ativa >= 0 && celula.linha == numeroAtivo) {
             pendente_ = numeroAtivo;
-        } else if (std::find(deixadas.rbegin(), deixadas.rend(), celula.linha) == deixadas.rend()) {
-            deixadas.push_back(celula.linha);
+        } else {
+            outras.insert(celula.linha);
         }
     }
+    const std::vector<std::size_t> deixadas(outras.begin(), outras.end());
     Q_EMIT editou(celulas);
     if (!deixadas.empty()) {
         Q_EMIT linhasTerminam(deixadas);
@@ -182,7 +193,7 @@ void EdicaoGrade::conclui(const std::vector<CelulaEditada>& celulas) {
 }
 
 void EdicaoGrade::escreve(const std::vector<CelulaEditada>& celulas, bool depois) {
-    std::vector<std::size_t> linhas;
+    std::set<std::size_t> mudadas;
     for (const CelulaEditada& celula : celulas) {
         const int linha = grade_.modelo().linhaDoNumero(celula.linha);
         if (linha < 0) {
@@ -190,13 +201,12 @@ void EdicaoGrade::escreve(const std::vector<CelulaEditada>& celulas, bool depois
         }
         grade_.modelo().setValor(linha, campo(static_cast<int>(celula.coluna)).getTag(),
                                  depois ? celula.depois : celula.antes);
-        if (linhas.empty() || linhas.back() != celula.linha) {
-            linhas.push_back(celula.linha);
+        if (mudadas.empty()) {
+            grade_.setCurrentIndex(grade_.modelo().index(linha, static_cast<int>(celula.coluna)));
         }
-        grade_.setCurrentIndex(grade_.modelo().index(linha, static_cast<int>(celula.coluna)));
+        mudadas.insert(celula.linha);
     }
-    std::sort(linhas.begin(), linhas.end());
-    linhas.erase(std::unique(linhas.begin(), linhas.end()), linhas.end());
+    const std::vector<std::size_t> linhas(mudadas.begin(), mudadas.end());
     if (!linhas.empty()) {
         Q_EMIT linhasTerminam(linhas);
     }

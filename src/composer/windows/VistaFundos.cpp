@@ -15,6 +15,7 @@ namespace tv {
 namespace {
 
 constexpr int papelChave = Qt::UserRole;
+constexpr int recuo = 12; // pixels: the pane is narrow
 
 } // namespace
 
@@ -22,6 +23,7 @@ VistaFundos::VistaFundos(QWidget* dono)
     : QTreeWidget(dono) {
     setColumnCount(1);
     setHeaderHidden(true);
+    setIndentation(recuo);
     setUniformRowHeights(true);
     setSelectionMode(SingleSelection);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);

@@ -40,8 +40,10 @@ frmTramador::frmTramador()
 
 frmTramador::~frmTramador() {
     aberto_ = false;
+    qApp->disconnect(this); // the keyboard still moves while the controls go
     for (const auto& grade : grades_) {
         grade->painel->grade().disconnect(this); // it goes after the document
+        grade->edicao->disconnect(this);
         grade->painel->grade().antesDeRemover = nullptr;
     }
     delete treeFundos_; // it listens to the document's tree
@@ -64,6 +66,8 @@ void frmTramador::abrir(const std::shared_ptr<const clsBoleto>& boleto) {
         historico_.limpa();
         removeGrades();
         documento_.abrir(boleto);
+        documento_.estado.btnAdicionar = true; // as the new tool bar has them
+        documento_.estado.btnRemover = true;
         aberto_ = true;
         criaGrades();
         atualizaBotoes();

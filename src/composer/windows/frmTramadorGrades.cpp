@@ -98,6 +98,7 @@ void frmTramador::removeGrades() {
         Grade& controle = grade->painel->grade();
         controle.disconnect(this);
         controle.antesDeRemover = nullptr;
+        grade->edicao->disconnect(this);
         controle.modelo().setDados(nullptr);
         grade->painel->hide();
         grade->painel->deleteLater(); // one of its events may be under way

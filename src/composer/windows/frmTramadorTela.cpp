@@ -148,7 +148,12 @@ void frmTramador::trocaPainel() {
 // ---------------------------------------------------------------------------------------------
 
 void frmTramador::buildToolbar() {
-    toolbar_->clear();
+    const QList<QAction*> velhas = toolbar_->actions();
+    for (QAction* velha : velhas) {
+        removeAction(velha); // two actions of one key would stop each other
+        toolbar_->removeAction(velha);
+        velha->deleteLater();
+    }
     const auto cria = [this](const char16_t* chave, const char16_t* texto, const char16_t* imagem,
                              const char16_t* dica, const QKeySequence& tecla = {}) {
         criaBotao(QString::fromUtf16(chave), QString::fromUtf16(texto), QString::fromUtf16(imagem),

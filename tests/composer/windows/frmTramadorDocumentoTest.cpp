@@ -6,6 +6,7 @@
 #include "validation/windows/frmBrowser.h"
 #include "windows/DialogosDeArquivo.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 using namespace tv;
@@ -188,7 +189,24 @@ TEST_F(frmTramadorDocumento, NewDocumentAsksForTheOldOneAndStartsEmpty) {
     EXPECT_EQ(modelo().rowCount(), 0);
     EXPECT_EQ(arvore().topLevelItem(0)->childCount(), 0);
     EXPECT_TRUE(estado().salvo);
+    const QList<QAction*> acoes = janela->actions();
+    EXPECT_EQ(std::count_if(acoes.begin(), acoes.end(),
+                            [](const QAction* uma) { return uma->objectName() == q("btnSalvar"); }),
+              1)
+        << "a key of two actions works for neither";
     incluiFundo(cnpj);
+    EXPECT_EQ(modelo().rowCount(), 1);
+}
+
+TEST_F(frmTramadorDocumento, NewDocumentOfAFundsNodeTakesRowsAgain) {
+    abre("ArquivoPosicao_2_01");
+    incluiFundo(cnpj);
+    clicaNo({"Boleto", "94.000.001/0001-80"});
+    ASSERT_FALSE(acao("btnAdicionar")->isEnabled());
+    Caixas caixas{q("Não")};
+    clica("btnNovo");
+    EXPECT_TRUE(acao("btnAdicionar")->isEnabled());
+    clica("btnAdicionar");
     EXPECT_EQ(modelo().rowCount(), 1);
 }
 

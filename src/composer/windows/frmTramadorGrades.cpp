@@ -129,6 +129,7 @@ void frmTramador::ligaGrade(GradeDaTela& grade) {
     connect(grade.edicao, &EdicaoGrade::recusou, this, [this](const QString& texto) { avisa(texto, true); });
     controle.aoImprimir = [this, esta](TrabalhoImpressao& trabalho) {
         trabalho.fonteCabecalho = QFont(QStringLiteral("Times New Roman"), 14, QFont::Bold);
+        trabalho.subtitulo.clear();
         trabalho.cabecalho = esta->painel->grade().captionVisivel();
         trabalho.fonteRodape = QFont(QStringLiteral("Times New Roman"), 8, QFont::Normal, true);
         trabalho.rodape = QStringLiteral("Arquivo: ") + paraQt(documento_.estado.arquivo) +

@@ -218,6 +218,7 @@ TEST_F(frmTramadorDocumento, PrintsTheCaptionAboveAndTheFileBelow) {
     EXPECT_EQ(impressao.trabalho().fonteCabecalho.family(), q("Times New Roman"));
     EXPECT_EQ(impressao.trabalho().fonteCabecalho.pointSize(), 14);
     EXPECT_TRUE(impressao.trabalho().fonteCabecalho.bold());
+    EXPECT_EQ(impressao.trabalho().subtitulo, QString());
     EXPECT_EQ(impressao.trabalho().rodape, q("Arquivo: /dados/boleto.xml\t\tPágina: <#>"));
     EXPECT_EQ(impressao.trabalho().fonteRodape.pointSize(), 8);
     EXPECT_TRUE(impressao.trabalho().fonteRodape.italic());

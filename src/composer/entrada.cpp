@@ -68,7 +68,7 @@ std::optional<Value> leInteiro(const clsCampo& campo, std::string_view texto) {
     if (!numero || std::abs(*numero) > std::numeric_limits<std::int32_t>::max()) {
         return std::nullopt;
     }
-    const std::size_t digitos = static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(), isDigito));
+    const auto digitos = static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(), isDigito));
     if (casas(campo) > 0 && digitos > casas(campo)) {
         return std::nullopt;
     }

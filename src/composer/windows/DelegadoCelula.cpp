@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QTimer>
 #include <QValidator>
 
 /// How one cell of a composer's grid is edited.
@@ -82,7 +81,7 @@ QWidget* DelegadoCelula::criaLista(QWidget* dono, const clsCampo& campo) const {
         Q_EMIT eu->closeEditor(lista, NoHint);
         Q_EMIT eu->itemEscolhido();
     });
-    QTimer::singleShot(0, lista, &QComboBox::showPopup);
+    QMetaObject::invokeMethod(lista, &QComboBox::showPopup, Qt::QueuedConnection);
     return lista;
 }
 

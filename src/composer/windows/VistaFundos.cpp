@@ -44,7 +44,7 @@ void VistaFundos::acompanha(ArvoreFundos& arvore) {
     }
     arvore_ = &arvore;
     arvore.setOuvinte([this](const ArvoreFundos::Mudanca& mudanca) {
-        const QSignalBlocker silencio(this); // only the user's choices are told
+        const QSignalBlocker silencio(*this); // only the user's choices are told
         ouve(mudanca);
     });
 }

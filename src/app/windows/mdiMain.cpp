@@ -10,6 +10,7 @@
 #include "common/windows/frmSelecionaBoleto.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
+#include "composer/windows/frmTramador.h"
 #include "editor/windows/WindowsAPI.h"
 #include "logging/Routine.h"
 #include "platform/format.h"
@@ -261,8 +262,14 @@ void mdiMain::abrirValidador(const std::shared_ptr<const clsBoleto>& boleto) {
     }
 }
 
-void mdiMain::abrirTramador(const std::shared_ptr<const clsBoleto>&) {
-    throw Error(errc::memberNotOffered, "frmTramador", "O tramador não está disponível");
+void mdiMain::abrirTramador(const std::shared_ptr<const clsBoleto>& boleto) {
+    const QPointer<frmTramador> janela = &criaJanela<frmTramador>();
+    janela->abrir(boleto);
+    // A window that could not open has told so and closed itself.
+    if (janela != nullptr && !janela->descarregada()) {
+        addJanela(*janela);
+        janela->show();
+    }
 }
 
 void mdiMain::recebe(std::unique_ptr<Janela> janela) {

@@ -56,6 +56,7 @@ frmSplash::frmSplash()
     timerAbertura_.setInterval(intervalo);
     timerStartUp_.setObjectName(QStringLiteral("TimerStartUp"));
     timerStartUp_.setInterval(intervalo);
+    timerStartUp_.setTimerType(Qt::PreciseTimer); // a coarse one may fire up to 75 ms early
     // Once is enough: a message of the start would let the timer fire again behind it.
     timerStartUp_.setSingleShot(true);
     connect(&timerStartUp_, &QTimer::timeout, this, &frmSplash::TimerStartUp_Timer);

@@ -301,7 +301,7 @@ TEST_F(BibliotecaTest, TheProgramGoesFromItsStartUpWindowToTheMainWindow) {
     });
     EXPECT_EQ(biblioteca::executa(), EXIT_SUCCESS);
     EXPECT_TRUE(comAmpulheta);
-    EXPECT_GE(prontoEm, 1450);
+    EXPECT_GE(prontoEm, 1500);
     EXPECT_FALSE(mdiMain::existe());
     EXPECT_EQ(objTramadorValidador, nullptr);
     EXPECT_EQ(fechamentos(), 1U);

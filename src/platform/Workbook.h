@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Error.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -9,6 +12,18 @@
 #include <vector>
 
 namespace tv {
+
+/// Numbers of the failures of a workbook.
+namespace errc {
+inline constexpr std::int32_t badStatement =
+    -2147217900; ///< 80040E14: a statement that is none, or a wrong count.
+inline constexpr std::int32_t unknownTable = -2147217865;  ///< 80040E37: no sheet of that name.
+inline constexpr std::int32_t tableExists = -2147217857;   ///< 80040E3F: there is a sheet of that name.
+inline constexpr std::int32_t unknownColumn = -2147217904; ///< 80040E10: no column of that name.
+inline constexpr std::int32_t textTooLong = -2147217833;   ///< 80040E57: a text of more than 255 characters.
+inline constexpr std::int32_t workbookFailure =
+    -2147467259; ///< 80004005: a file that is no workbook, or a limit of the format.
+} // namespace errc
 
 /// The rows of a sheet as read: column names from its first row, then text cells. An empty cell is no value.
 struct WorkbookTable {
@@ -30,9 +45,10 @@ public:
     /// Writes what `close` has not written yet, and keeps silent when it fails.
     ~Workbook();
 
-    /// Carries out "CREATE TABLE t( a varchar(255), ... )" or "INSERT INTO t( a, ... )VALUES ('x', ... )". Throws
-    /// on a statement of another form, a table that exists already, an unknown table or column, a column or
-    /// a count of values that does not fit, a text that is too long, or more than the format can hold.
+    /// Carries out "CREATE TABLE t( a varchar(255), ... )" or "INSERT INTO t( a, ... )VALUES ('x', ... )".
+    /// Throws on a statement of another form, a table that exists already, an unknown table or column, a
+    /// column or a count of values that does not fit, a text that is too long, or more than the format can
+    /// hold.
     void execute(std::string_view statement);
 
     /// Answers "SELECT * FROM [sheet$]". Throws when there is no such sheet.

@@ -61,7 +61,6 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
 }
 
 // --- first stage: the events of the parse
-// ----------------------------------------------------------------------
 
 void clsValidador::startDocument() {
     pilha_.destroy();
@@ -141,7 +140,6 @@ void clsValidador::registraResultado(std::string_view titulo, std::string_view m
 }
 
 // --- second stage: formula stylesheet and rules across fields
-// ---------------------------------------------------
 
 void clsValidador::segundoEstagio(const std::filesystem::path& arquivo) {
     // Stylesheet and sums read one loaded document.

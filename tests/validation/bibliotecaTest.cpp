@@ -41,7 +41,6 @@ protected:
 };
 
 // --- a document given as text
-// ----------------------------------------------------------------------------------
 
 TEST_F(BibliotecaTest, TextIsTransformedIntoAFile) {
     EXPECT_TRUE(biblioteca::transformStream(std::string_view(documento), file("ok.xsl"), file("out.htm")));
@@ -102,7 +101,6 @@ TEST_F(BibliotecaTest, OutputThatCannotBeWrittenIsLoggedAndGivesFalse) {
 }
 
 // --- a document in a file, the result in a file
-// ----------------------------------------------------------------
 
 TEST_F(BibliotecaTest, FileIsTransformedIntoAFile) {
     EXPECT_TRUE(biblioteca::transformFile(file("doc.xml"), file("ok.xsl"), file("out.htm")));
@@ -134,7 +132,6 @@ TEST_F(BibliotecaTest, TransformOfAFileThatFailsIsLoggedUnderItsName) {
 }
 
 // --- the result as text
-// ----------------------------------------------------------------------------------------
 
 TEST_F(BibliotecaTest, FileIsTransformedIntoText) {
     EXPECT_EQ(biblioteca::transformStream(file("doc.xml"), file("ok.xsl")), "<saida>texto</saida>\n");
@@ -166,7 +163,6 @@ TEST_F(BibliotecaTest, StylesheetThatChangedIsReadAgain) {
 }
 
 // --- a document that is loaded already
-// -------------------------------------------------------------------------
 
 TEST_F(BibliotecaTest, LoadedDocumentIsTransformedIntoText) {
     XmlDocument carregado;

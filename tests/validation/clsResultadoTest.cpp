@@ -68,7 +68,6 @@ std::string attribute(const std::string& xml, const std::string& name) {
 }
 
 // --- what it holds
-// ---------------------------------------------------------------------------------------------
 
 TEST(ResultadoTest, NewFindingSaysNothing) {
     const clsResultado novo;
@@ -105,7 +104,6 @@ TEST(ResultadoTest, KeepsWhatItIsGiven) {
 }
 
 // --- setError
-// --------------------------------------------------------------------------------------------------
 
 struct ErrorRow {
     std::int32_t codigo;
@@ -157,7 +155,6 @@ TEST(ResultadoTest, NamesOfTheKinds) {
 }
 
 // --- section and field
-// -----------------------------------------------------------------------------------------
 
 struct PathRow {
     const char* name;
@@ -234,7 +231,6 @@ TEST(ResultadoTest, WithoutALayoutLookupsFindNothing) {
 }
 
 // --- position and fund
-// -----------------------------------------------------------------------------------------
 
 TEST(ResultadoTest, KindOfPositionIsTheFirstTokenThatNamesOne) {
     struct Row {
@@ -282,7 +278,6 @@ TEST(ResultadoTest, OnlyAWalletsKeyIsCut) {
 }
 
 // --- getXML
-// ----------------------------------------------------------------------------------------------------
 
 TEST(ResultadoTest, WritesItselfAsOneLine) {
     clsResultado resultado = at(comGrupos(), "posicao.fundo.titulo.cod", "LFT", "12345678000195");

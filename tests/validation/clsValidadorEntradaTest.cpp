@@ -174,7 +174,6 @@ TEST_P(EntradaTest, TextOfTenMegabytesIsAValueLikeAnyOther) {
 }
 
 // --- entities and other ways out of the file
-// -------------------------------------------------------------------
 
 std::string withSubset(const std::string& subset, const std::string& cnpj) {
     return "<!DOCTYPE posicao [" + subset + "]><posicao><fundo><header><cnpj>" + cnpj +

@@ -42,7 +42,6 @@ protected:
 };
 
 // --- items
-// -----------------------------------------------------------------------------------------------------
 
 TEST_F(FormulaTest, ItemIsReadIntoAFinding) {
     EXPECT_FALSE(checkOutput(
@@ -164,7 +163,6 @@ TEST_F(FormulaTest, DescriptionThatEndsACDataSectionSpoilsTheReportAndNothingEls
 }
 
 // --- outputs
-// ---------------------------------------------------------------------------------------------------
 
 TEST_F(FormulaTest, OutputWithoutItemsLeavesTheFileValid) {
     for (const char* output : {"<TORVA></TORVA>", "<TORVA>", "<TORVA>\r\n</TORVA>\r\n",
@@ -250,7 +248,6 @@ TEST_F(FormulaTest, StylesheetCanNeitherReadOtherFilesNorWriteAny) {
 }
 
 // --- the rules across fields behind the items
-// ------------------------------------------------------------------
 
 /// A layout whose tag has the rules across fields, with a schema that lets everything through.
 class PositionTest : public FormulaTest {

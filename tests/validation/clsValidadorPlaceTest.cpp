@@ -41,7 +41,6 @@ std::string wrongTitulo(const std::string& cod) {
 }
 
 // --- values
-// ----------------------------------------------------------------------------------------------------
 
 TEST_F(PlaceTest, FindingOfAValueStandsRightBehindIt) {
     const std::string document = lines(std::string(cnpjLine) + "\t\t\t<dt>20240231</dt>\n");
@@ -153,7 +152,6 @@ TEST_F(PlaceTest, WhiteSpaceBetweenElementsIsNoText) {
 }
 
 // --- unexpected elements
-// ---------------------------------------------------------------------------------------
 
 TEST_F(PlaceTest, UnknownElementIsOneFindingAtItsStartTagWithThePathOfItsSection) {
     const std::string document = lines(cnpjLine + std::string(dtLine) + "\t\t\t<extra>1</extra>\n");

@@ -51,7 +51,6 @@ protected:
 };
 
 // --- what a run gives
-// ------------------------------------------------------------------------------------------
 
 TEST_F(ValidadorTest, NewObjectHasNoFindings) {
     ASSERT_NE(validador.getResultado(), nullptr);
@@ -125,7 +124,6 @@ TEST_F(ValidadorTest, UserInterfaceGetsTurnsWhoseFailuresAreNoMatterOfTheFile) {
 }
 
 // --- values and the layout's rules
-// -----------------------------------------------------------------------------
 
 TEST_F(ValidadorTest, InvalidValueMakesOneFinding) {
     const std::string document = posicao(fundo(header("111") + titulo("XXX")));
@@ -238,7 +236,6 @@ TEST_F(ValidadorTest, ValueOfAFindingIsTheWholeLastRunOfText) {
 }
 
 // --- key text
-// --------------------------------------------------------------------------------------------------
 
 TEST_F(ValidadorTest, KeyTextPilesUpOverTheFundsOfAFile) {
     EXPECT_FALSE(check(posicao(fundo(header("111", "20240231")) + fundo(header("222", "20240231")))));
@@ -262,7 +259,6 @@ TEST_F(ValidadorTest, KeyTextPilesUpOverTheFilesOfABatch) {
 }
 
 // --- the walk
-// --------------------------------------------------------------------------------------------------
 
 TEST_F(ValidadorTest, CommitmentLeavesTheWalkInItsSection) {
     const std::string document =
@@ -307,7 +303,6 @@ TEST_F(ValidadorTest, LayoutFieldsCompareWithoutCaseButTheJudgedNameExactly) {
 }
 
 // --- a schema that does not load
-// -------------------------------------------------------------------------------
 
 struct SchemaRow {
     const char* name;

@@ -27,7 +27,6 @@ const std::filesystem::path catalogFile = dataFolder / "TORVA_TramadorValidador.
 const std::filesystem::path stylesheetFile = dataFolder / "XSD" / "help.xsl";
 
 // --- reading a page
-// --------------------------------------------------------------------------------------------
 
 std::string replaceAll(std::string text, std::string_view what, std::string_view by) {
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
@@ -116,7 +115,6 @@ std::string partOf(const std::string& html, const std::string& anchor, std::stri
 }
 
 // --- what both pages keep
-// --------------------------------------------------------------------------------------
 
 void expectLinksHaveTargets(const std::vector<Tag>& tags) {
     std::set<std::string> ids;
@@ -182,7 +180,6 @@ void expectUtf8(const std::string& html) {
 }
 
 // --- help.html
-// -------------------------------------------------------------------------------------------------
 
 /// The page of the shipped catalog, rendered as the Help menu does.
 class HelpPage : public testing::Test {
@@ -392,7 +389,6 @@ TEST_F(HelpPage, ValueIsShownAsItIsWritten) {
 }
 
 // --- help2.html
-// ------------------------------------------------------------------------------------------------
 
 class DecimalPointPage : public testing::Test {
 protected:

@@ -50,7 +50,6 @@ std::vector<std::string> descriptions(const std::vector<Fragment>& found) {
 using Texts = std::vector<std::string>;
 
 // --- equity of a fund
-// ------------------------------------------------------------------------------------------
 
 struct EquityRow {
     const char* name;
@@ -163,7 +162,6 @@ TEST(RegrasOperacoesTest, ProductBeyondTheRangeOfNumbersEndsTheRoutineBehindTheF
 }
 
 // --- equity of a wallet
-// ----------------------------------------------------------------------------------------
 
 class EquityOfWalletTest : public testing::TestWithParam<EquityRow> {};
 
@@ -222,7 +220,6 @@ TEST(RegrasOperacoesTest, OtherChildrenOfTheRootHaveNoEquity) {
 }
 
 // --- class of an operation and of its commitment
-// ---------------------------------------------------------------
 
 struct ClassRow {
     const char* name;

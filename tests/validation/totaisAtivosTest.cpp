@@ -28,7 +28,6 @@ using test::table;
 using test::TemporaryFolder;
 
 // --- the statement
-// ---------------------------------------------------------------------------------------------
 
 TEST(TotaisAtivosTest, StatementNamesTheHeaderEachSectionAndTheTotalInOrder) {
     std::string all;
@@ -143,7 +142,6 @@ TEST(TotaisAtivosTest, TwoFundsGiveFortyFindingsInOrderEachWithItsEnd) {
 }
 
 // --- which files
-// -----------------------------------------------------------------------------------------------
 
 TEST(TotaisAtivosTest, OnlyLayoutsOfTheseVersionsHaveTotals) {
     struct Row {
@@ -187,7 +185,6 @@ TEST(TotaisAtivosTest, FragmentsAreAppended) {
 }
 
 // --- failures
-// --------------------------------------------------------------------------------------------------
 
 TEST(TotaisAtivosTest, HeaderWithoutItsValueEndsTheFundAndTheNextOneIsStillChecked) {
     const std::string broken = HeaderXml{.cnpj = "111"}.without("valorativos");

@@ -25,7 +25,6 @@ using test::statementOf;
 using test::table;
 
 // --- the section table, row by row
-// -----------------------------------------------------------------------------
 
 class TotalOfSectionTest : public testing::TestWithParam<std::size_t> {
 protected:
@@ -105,7 +104,6 @@ TEST_P(TotalOfSectionTest, FieldThatIsNoNumberEndsTheFund) {
 }
 
 // --- classes
-// ---------------------------------------------------------------------------------------------------
 
 struct ClassRow {
     const char* name;
@@ -166,7 +164,6 @@ TEST(TotaisSecoesTest, OnlyADirectChildIsAClassOrACommitment) {
 }
 
 // --- values
-// ----------------------------------------------------------------------------------------------------
 
 TEST(TotaisSecoesTest, SwapWithTheLargerPassiveEndIsNegative) {
     const auto found = statementOf(
@@ -217,7 +214,6 @@ TEST(TotaisSecoesTest, SectionsInsideOfOthersAddNothing) {
 }
 
 // --- the tolerance
-// ---------------------------------------------------------------------------------------------
 
 struct ToleranceRow {
     const char* declared;

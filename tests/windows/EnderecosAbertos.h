@@ -29,7 +29,13 @@ public:
     std::vector<QUrl> abertos;
 
 public Q_SLOTS:
-    void recebe(const QUrl& endereco) { abertos.push_back(endereco); }
+    void recebe(const QUrl& endereco) {
+        abertos.push_back(endereco);
+        Q_EMIT abriu(endereco);
+    }
+
+Q_SIGNALS:
+    void abriu(const QUrl& endereco);
 
 private:
     static QStringList esquemas() {

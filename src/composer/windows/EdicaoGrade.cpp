@@ -100,7 +100,6 @@ void EdicaoGrade::move(int linhas) {
 }
 
 // --- blocks of cells
-// ------------------------------------------------------------------------------------------
 
 QString EdicaoGrade::copia() const {
     std::map<int, std::map<int, std::string>> celulas;
@@ -213,7 +212,6 @@ void EdicaoGrade::escreve(const std::vector<CelulaEditada>& celulas, bool depois
 }
 
 // --- the keyboard
-// ---------------------------------------------------------------------------------------------
 
 bool EdicaoGrade::eventFilter(QObject* alvo, QEvent* evento) {
     if (evento->type() != QEvent::KeyPress) {

@@ -112,7 +112,6 @@ Grade& frmTramador::gradeAtual() const {
 }
 
 // --- the tool bar's keys
-// --------------------------------------------------------------------------------------
 
 void frmTramador::toolbar_ButtonClick(const QString& chave) {
     using Acao = void (frmTramador::*)();
@@ -171,7 +170,6 @@ void frmTramador::importarExcel() {
 }
 
 // --- the tree
-// -------------------------------------------------------------------------------------------------
 
 void frmTramador::treeFundos_Click(const QString& chave) {
     terminaEdicao();

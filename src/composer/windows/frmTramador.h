@@ -102,8 +102,6 @@ private:
     void montaSituacao();
     void montaTeclas();
     void buildToolbar();
-    void criaBotao(const QString& chave, const QString& texto, const QString& imagem, const QString& dica,
-                   const QKeySequence& tecla);
     QAction& botao(const QString& chave) const;
     void posiciona();
     void posicionaPaineis();

@@ -84,7 +84,6 @@ void frmTramador::novoBoleto() {
 }
 
 // --- opening
-// --------------------------------------------------------------------------------------------------
 
 void frmTramador::abrirBoleto(const QString& caminho) {
     terminaEdicao();
@@ -176,7 +175,6 @@ void frmTramador::carrega(const QString& nome) {
 }
 
 // --- validating
-// -----------------------------------------------------------------------------------------------
 
 bool frmTramador::validarBoleto(const QString& caminho, bool mostraMensagem) {
     bool valido = false;
@@ -223,7 +221,6 @@ void frmTramador::boletoInvalido(const QString& caminho, bool pergunta) {
 }
 
 // --- saving
-// ---------------------------------------------------------------------------------------------------
 
 void frmTramador::salvarBoleto() {
     terminaEdicao();

@@ -150,7 +150,6 @@ void frmTramador::linhasRemovidas(const GradeDaTela& grade) {
 }
 
 // --- edits taken back
-// -----------------------------------------------------------------------------------------
 
 void frmTramador::desfaz() {
     terminaEdicao();

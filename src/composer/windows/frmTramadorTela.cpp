@@ -1,5 +1,5 @@
-#include "app/windows/frmObjetos.h"
 #include "common/windows/Grade.h"
+#include "common/windows/pecasJanela.h"
 #include "composer/windows/EdicaoGrade.h"
 #include "composer/windows/VistaFundos.h"
 #include "composer/windows/frmTramador.h"
@@ -24,22 +24,17 @@ namespace tv {
 
 namespace {
 
-constexpr int twipsPorPixel = 15;
-constexpr int menosDoTitulo = 150 / twipsPorPixel;  ///< What the title frame leaves of the width.
-constexpr int menosDoLogo = 400 / twipsPorPixel;    ///< From where the logo is placed.
-constexpr int menosDosFundos = 100 / twipsPorPixel; ///< What title and tree leave of their panel's width.
-constexpr int menosDaArvore = 150 / twipsPorPixel;  ///< What the tree leaves of its panel's height.
-constexpr int larguraDosFundos = 3000 / twipsPorPixel;
+using pecas::emPixels;
+using pecas::nomeia;
+
+constexpr int menosDoTitulo = emPixels(150);  ///< What the title frame leaves of the width.
+constexpr int menosDoLogo = emPixels(400);    ///< From where the logo is placed.
+constexpr int menosDosFundos = emPixels(100); ///< What title and tree leave of their panel's width.
+constexpr int menosDaArvore = emPixels(150);  ///< What the tree leaves of its panel's height.
+constexpr int larguraDosFundos = emPixels(3000);
 constexpr int alturaTitulo = 40;
 constexpr int alturaLogo = 28;
 constexpr int alturaTituloFundos = 22;
-
-template<typename Controle>
-Controle* nomeia(Controle* controle, const QString& nome, const QString& nomeAcessivel) {
-    controle->setObjectName(nome);
-    controle->setAccessibleName(nomeAcessivel);
-    return controle;
-}
 
 /// Tells when a panel has changed its size.
 class AoMudarTamanho : public QObject {
@@ -61,9 +56,7 @@ private:
 } // namespace
 
 void frmTramador::montaTela() {
-    toolbar_ = nomeia(new QToolBar(this), QStringLiteral("toolbar"), QStringLiteral("Ferramentas"));
-    toolbar_->setIconSize({24, 24});
-    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    toolbar_ = pecas::criaToolbar(*this);
     connect(toolbar_, &QToolBar::actionTriggered, this,
             [this](const QAction* acao) { toolbar_ButtonClick(acao->objectName()); });
     montaTitulo();
@@ -74,16 +67,10 @@ void frmTramador::montaTela() {
 }
 
 void frmTramador::montaTitulo() {
-    frmTitulo_ = nomeia(new QFrame(this), QStringLiteral("frmTitulo"), QStringLiteral("Título"));
-    frmTitulo_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    lblTitulo_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("lblTitulo"), QStringLiteral("Layout"));
-    lblTitulo_->setTextFormat(Qt::PlainText);
-    QFont fonte = lblTitulo_->font();
-    fonte.setBold(true);
-    fonte.setPointSizeF(fonte.pointSizeF() * 1.3);
-    lblTitulo_->setFont(fonte);
-    imgTORVA_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("imgTORVA"), QStringLiteral("Logotipo"));
-    proceed([this] { imgTORVA_->setPixmap(frmObjetos::logotipo(alturaLogo)); });
+    const pecas::Titulo titulo = pecas::criaTitulo(*this, {}, alturaLogo, 1.3);
+    frmTitulo_ = titulo.frmTitulo;
+    lblTitulo_ = titulo.lblTitulo;
+    imgTORVA_ = titulo.imgTORVA;
 }
 
 void frmTramador::montaPaineis() {
@@ -109,15 +96,9 @@ void frmTramador::montaPaineis() {
 }
 
 void frmTramador::montaSituacao() {
-    statusBar_ = nomeia(new QStatusBar(this), QStringLiteral("statusBar"), QStringLiteral("Situação"));
-    statusBar_->setSizeGripEnabled(false);
-    painel1_ = nomeia(new QLabel(statusBar_), QStringLiteral("panel1"), QStringLiteral("Arquivo"));
-    painel2_ = nomeia(new QLabel(statusBar_), QStringLiteral("panel2"), QStringLiteral("Situação da janela"));
-    for (QLabel* painel : {painel1_, painel2_}) {
-        painel->setTextFormat(Qt::PlainText);
-        painel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        statusBar_->addWidget(painel, 1);
-    }
+    statusBar_ = pecas::criaStatusBar(*this);
+    painel1_ = pecas::criaPainel(*statusBar_, QStringLiteral("panel1"), QStringLiteral("Arquivo"));
+    painel2_ = pecas::criaPainel(*statusBar_, QStringLiteral("panel2"), QStringLiteral("Situação da janela"));
 }
 
 void frmTramador::montaTeclas() {
@@ -145,7 +126,6 @@ void frmTramador::trocaPainel() {
 }
 
 // --- the tool bar
-// ---------------------------------------------------------------------------------------------
 
 void frmTramador::buildToolbar() {
     const QList<QAction*> velhas = toolbar_->actions();
@@ -154,58 +134,37 @@ void frmTramador::buildToolbar() {
         toolbar_->removeAction(velha);
         velha->deleteLater();
     }
-    const auto cria = [this](const char16_t* chave, const char16_t* texto, const char16_t* imagem,
-                             const char16_t* dica, const QKeySequence& tecla = {}) {
-        criaBotao(QString::fromUtf16(chave), QString::fromUtf16(texto), QString::fromUtf16(imagem),
-                  QString::fromUtf16(dica), tecla);
-    };
-    cria(u"btnNovo", u"Novo", u"imgNew", u"Começa um novo boleto (Ctrl+N)", Qt::CTRL | Qt::Key_N);
-    cria(u"btnAbrir", u"Abrir", u"imgBoleto", u"Abre um boleto (Ctrl+O)", Qt::CTRL | Qt::Key_O);
-    cria(u"btnSalvar", u"Salvar", u"imgSave", u"Salva o boleto (Ctrl+S)", Qt::CTRL | Qt::Key_S);
+    const auto cria = [this](const pecas::Botao& botao) { pecas::criaBotao(*this, *toolbar_, botao); };
+    cria({u"btnNovo", u"Novo", u"imgNew", u"Começa um novo boleto (Ctrl+N)", {Qt::CTRL | Qt::Key_N}});
+    cria({u"btnAbrir", u"Abrir", u"imgBoleto", u"Abre um boleto (Ctrl+O)", {Qt::CTRL | Qt::Key_O}});
+    cria({u"btnSalvar", u"Salvar", u"imgSave", u"Salva o boleto (Ctrl+S)", {Qt::CTRL | Qt::Key_S}});
     toolbar_->addSeparator();
-    cria(u"btnImprimir", u"Imprimir", u"imgPrint", u"Imprime a grade atual (Ctrl+P)", Qt::CTRL | Qt::Key_P);
-    cria(u"btnVisualizar", u"Visualizar", u"imgPreview", u"Mostra a grade atual como será impressa");
+    cria({u"btnImprimir",
+          u"Imprimir",
+          u"imgPrint",
+          u"Imprime a grade atual (Ctrl+P)",
+          {Qt::CTRL | Qt::Key_P}});
+    cria({u"btnVisualizar", u"Visualizar", u"imgPreview", u"Mostra a grade atual como será impressa"});
     toolbar_->addSeparator();
-    cria(u"btnAdicionar", u"Adicionar", u"imgAdd", u"Adiciona um registro (Ctrl e + do teclado numérico)");
-    cria(u"btnRemover", u"Remover", u"imgRemove",
-         u"Remove os registros selecionados (Ctrl e - do teclado numérico)");
+    cria({u"btnAdicionar", u"Adicionar", u"imgAdd", u"Adiciona um registro (Ctrl e + do teclado numérico)"});
+    cria({u"btnRemover", u"Remover", u"imgRemove",
+          u"Remove os registros selecionados (Ctrl e - do teclado numérico)"});
     toolbar_->addSeparator();
-    cria(u"btnValidar", u"Validar", u"imgRun", u"Valida o boleto (F5)", Qt::Key_F5);
+    cria({u"btnValidar", u"Validar", u"imgRun", u"Valida o boleto (F5)", {Qt::Key_F5}});
     toolbar_->addSeparator();
-    cria(u"btnExportarExcel", u"Exportar", u"imgExcel", u"Exporta o boleto para planilhas");
+    cria({u"btnExportarExcel", u"Exportar", u"imgExcel", u"Exporta o boleto para planilhas"});
     toolbar_->addSeparator();
-    cria(u"btnImportarExcel", u"Importar", u"imgExcel", u"Importa uma planilha");
-    cria(u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha o boleto");
+    cria({u"btnImportarExcel", u"Importar", u"imgExcel", u"Importa uma planilha"});
+    cria({u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha o boleto"});
     toolbar_->addSeparator();
     botao(QStringLiteral("btnExportarExcel")).setEnabled(false);
 }
 
-void frmTramador::criaBotao(const QString& chave, const QString& texto, const QString& imagem,
-                            const QString& dica, const QKeySequence& tecla) {
-    QAction* acao = toolbar_->addAction(texto);
-    acao->setObjectName(chave);
-    acao->setToolTip(dica);
-    acao->setShortcut(tecla);
-    acao->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    proceed([&] { acao->setIcon(frmObjetos::imagem(imagem)); });
-    addAction(acao); // its key works in the whole window
-    if (auto* botao = toolbar_->widgetForAction(acao)) {
-        botao->setFocusPolicy(Qt::TabFocus);
-    }
-}
-
 QAction& frmTramador::botao(const QString& chave) const {
-    const QList<QAction*> botoes = toolbar_->actions();
-    const auto achado = std::find_if(botoes.begin(), botoes.end(),
-                                     [&](const QAction* acao) { return acao->objectName() == chave; });
-    if (achado == botoes.end()) {
-        throw Error(errc::invalidCall, "frmTramador", "Não há botão com a chave " + chave.toStdString());
-    }
-    return **achado;
+    return pecas::botao(*toolbar_, chave);
 }
 
 // --- where everything stands
-// ----------------------------------------------------------------------------------
 
 void frmTramador::resizeEvent(QResizeEvent* evento) {
     Janela::resizeEvent(evento);
@@ -216,9 +175,7 @@ void frmTramador::posiciona() {
     if (isMinimized() || (parentWidget() != nullptr && parentWidget()->isMinimized())) {
         return;
     }
-    toolbar_->setGeometry(0, 0, width(), toolbar_->sizeHint().height());
-    const int altura = statusBar_->sizeHint().height();
-    statusBar_->setGeometry(0, height() - altura, width(), altura);
+    pecas::posiciona(*this, *toolbar_, *statusBar_);
     const int largura = std::max(width() - menosDoTitulo, 0);
     frmTitulo_->setGeometry(menosDoTitulo / 2, toolbar_->geometry().bottom() + 1, largura, alturaTitulo);
     const QSize logo = imgTORVA_->sizeHint();
@@ -259,8 +216,7 @@ QSize frmTramador::minimumSizeHint() const {
 }
 
 void frmTramador::status(const QString& texto) {
-    painel2_->setText(texto);
-    painel2_->repaint();
+    pecas::escreve(*painel2_, texto);
 }
 
 } // namespace tv

@@ -77,7 +77,6 @@ void frmEditor::carrega() {
 }
 
 // --- the tool bar's keys
-// --------------------------------------------------------------------------------------
 
 void frmEditor::toolbar_ButtonClick(const QString& chave) {
     static const std::map<QString, std::function<void(frmEditor&)>> acoes{
@@ -101,7 +100,6 @@ void frmEditor::imprime() {
 }
 
 // --- closing
-// --------------------------------------------------------------------------------------------------
 
 bool frmEditor::podeFechar() {
     if (validando_) {

@@ -140,7 +140,6 @@ private:
     QFrame* frmTitulo_ = nullptr;
     QLabel* lblTitulo_ = nullptr;
     QLabel* lblBoleto_ = nullptr;
-    QLabel* imgTORVA_ = nullptr;
     QSplitter* splitter_ = nullptr;
     PicLines* picLines_ = nullptr;
     CaixaXML* txtXML_ = nullptr;

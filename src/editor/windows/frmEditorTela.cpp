@@ -1,6 +1,6 @@
-#include "app/windows/frmObjetos.h"
 #include "common/windows/Grade.h"
 #include "common/windows/controleLib.h"
+#include "common/windows/pecasJanela.h"
 #include "editor/windows/BarraSubstituir.h"
 #include "editor/windows/CaixaXML.h"
 #include "editor/windows/PicLines.h"
@@ -25,56 +25,34 @@ namespace tv {
 
 namespace {
 
-constexpr int twipsPorPixel = 15;
-constexpr int margemEsquerda = 150 / twipsPorPixel;
-constexpr int menosNoTitulo = 400 / twipsPorPixel; ///< What the title frame leaves of the window's width.
+using pecas::emPixels;
+using pecas::nomeia;
+
+constexpr int margemEsquerda = emPixels(150);
+constexpr int menosNoTitulo = emPixels(400); ///< What the title frame leaves of the window's width.
 constexpr int alturaTitulo = 52;
 constexpr int alturaLogo = 36;
 constexpr int larguraLinhas = 48; ///< Of the strip beside the text.
 
-template<typename Controle>
-Controle* nomeia(Controle* controle, const QString& nome, const QString& nomeAcessivel) {
-    controle->setObjectName(nome);
-    controle->setAccessibleName(nomeAcessivel);
-    return controle;
-}
-
-/// A label that shows what fits and asks for no width of its own.
-QLabel* criaRotulo(QWidget* dono, const QString& nome, const QString& texto) {
-    auto* rotulo = nomeia(new QLabel(texto, dono), nome, texto);
-    rotulo->setTextFormat(Qt::PlainText);
-    rotulo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    return rotulo;
-}
-
 } // namespace
 
 void frmEditor::montaTela() {
-    toolbar_ = nomeia(new QToolBar(this), QStringLiteral("toolbar"), QStringLiteral("Ferramentas"));
-    toolbar_->setIconSize({24, 24});
-    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    toolbar_ = pecas::criaToolbar(*this);
     connect(toolbar_, &QToolBar::actionTriggered, this,
             [this](const QAction* acao) { toolbar_ButtonClick(acao->objectName()); });
     montaTitulo();
     montaCorpo();
-    statusBar_ = nomeia(new QStatusBar(this), QStringLiteral("statusBar"), QStringLiteral("Situação"));
-    statusBar_->setSizeGripEnabled(false);
-    painel_ = nomeia(new QLabel(statusBar_), QStringLiteral("panel1"), QStringLiteral("Situação da janela"));
-    painel_->setTextFormat(Qt::PlainText);
-    statusBar_->addWidget(painel_, 1);
+    statusBar_ = pecas::criaStatusBar(*this);
+    painel_ = pecas::criaPainel(*statusBar_, QStringLiteral("panel1"), QStringLiteral("Situação da janela"));
     criaAtalhos();
 }
 
 void frmEditor::montaTitulo() {
-    frmTitulo_ = nomeia(new QFrame(this), QStringLiteral("frmTitulo"), QStringLiteral("Título"));
-    frmTitulo_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    lblTitulo_ = criaRotulo(frmTitulo_, QStringLiteral("lblTitulo"), QStringLiteral("Editor de XML"));
-    QFont fonte = lblTitulo_->font();
-    fonte.setBold(true);
-    lblTitulo_->setFont(fonte);
-    lblBoleto_ = criaRotulo(frmTitulo_, QStringLiteral("lblBoleto"), QStringLiteral("Boleto"));
-    imgTORVA_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("imgTORVA"), QStringLiteral("Logotipo"));
-    proceed([this] { imgTORVA_->setPixmap(frmObjetos::logotipo(alturaLogo)); });
+    const pecas::Titulo partes = pecas::criaTitulo(*this, QStringLiteral("Editor de XML"), alturaLogo, 1);
+    frmTitulo_ = partes.frmTitulo;
+    lblTitulo_ = partes.lblTitulo;
+    lblBoleto_ = pecas::criaRotulo(*frmTitulo_, QStringLiteral("lblBoleto"), QStringLiteral("Boleto"),
+                                   QStringLiteral("Boleto"));
     auto* textos = new QVBoxLayout;
     textos->setSpacing(0);
     textos->addWidget(lblTitulo_);
@@ -82,7 +60,7 @@ void frmEditor::montaTitulo() {
     auto* titulo = new QHBoxLayout(frmTitulo_);
     titulo->setContentsMargins(8, 2, 8, 2);
     titulo->addLayout(textos, 1);
-    titulo->addWidget(imgTORVA_);
+    titulo->addWidget(partes.imgTORVA);
 }
 
 void frmEditor::montaCorpo() {
@@ -124,30 +102,17 @@ void frmEditor::montaCorpo() {
 }
 
 // --- tools and keys
-// -------------------------------------------------------------------------------------------
 
 void frmEditor::buildToolbar() {
     toolbar_->clear();
-    const auto cria = [this](const char16_t* chave, const char16_t* texto, const char16_t* imagem,
-                             const char16_t* dica, const QKeySequence& tecla) {
-        QAction* acao = toolbar_->addAction(QString::fromUtf16(texto));
-        acao->setObjectName(QString::fromUtf16(chave));
-        acao->setToolTip(QString::fromUtf16(dica));
-        acao->setShortcut(tecla);
-        acao->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        proceed([&] { acao->setIcon(frmObjetos::imagem(QString::fromUtf16(imagem))); });
-        addAction(acao); // its key works in the whole window
-        if (auto* botao = toolbar_->widgetForAction(acao)) {
-            botao->setFocusPolicy(Qt::TabFocus);
-        }
-    };
-    cria(u"btnSalvar", u"Salvar", u"imgSave", u"Salva o arquivo (Ctrl+S)", Qt::CTRL | Qt::Key_S);
+    const auto cria = [this](const pecas::Botao& botao) { pecas::criaBotao(*this, *toolbar_, botao); };
+    cria({u"btnSalvar", u"Salvar", u"imgSave", u"Salva o arquivo (Ctrl+S)", {Qt::CTRL | Qt::Key_S}});
     toolbar_->addSeparator();
-    cria(u"btnImprimir", u"Imprimir", u"imgPrint", u"Imprime o texto (Ctrl+P)", Qt::CTRL | Qt::Key_P);
+    cria({u"btnImprimir", u"Imprimir", u"imgPrint", u"Imprime o texto (Ctrl+P)", {Qt::CTRL | Qt::Key_P}});
     toolbar_->addSeparator();
-    cria(u"btnValidar", u"Validar", u"imgRun", u"Valida o arquivo (F5)", Qt::Key_F5);
+    cria({u"btnValidar", u"Validar", u"imgRun", u"Valida o arquivo (F5)", {Qt::Key_F5}});
     toolbar_->addSeparator();
-    cria(u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)", {});
+    cria({u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)", {}});
 }
 
 void frmEditor::criaAtalhos() {
@@ -212,7 +177,6 @@ void frmEditor::alternaFoco() {
 }
 
 // --- where everything stands
-// ----------------------------------------------------------------------------------
 
 void frmEditor::resizeEvent(QResizeEvent* evento) {
     Janela::resizeEvent(evento);
@@ -220,9 +184,7 @@ void frmEditor::resizeEvent(QResizeEvent* evento) {
 }
 
 void frmEditor::posiciona() {
-    toolbar_->setGeometry(0, 0, width(), toolbar_->sizeHint().height());
-    const int alturaStatus = statusBar_->sizeHint().height();
-    statusBar_->setGeometry(0, height() - alturaStatus, width(), alturaStatus);
+    pecas::posiciona(*this, *toolbar_, *statusBar_);
     const int topoTitulo = toolbar_->geometry().bottom() + 1;
     const int largura = std::max(width() - menosNoTitulo, 0);
     frmTitulo_->setGeometry(margemEsquerda, topoTitulo, largura, alturaTitulo);
@@ -241,8 +203,7 @@ QSize frmEditor::minimumSizeHint() const {
 }
 
 void frmEditor::status(const QString& texto) {
-    painel_->setText(texto);
-    painel_->repaint();
+    pecas::escreve(*painel_, texto);
 }
 
 } // namespace tv

@@ -67,7 +67,6 @@ void frmEditor::irParaLinha() {
 }
 
 // --- states
-// ---------------------------------------------------------------------------------------------------
 
 void frmEditor::registra(const MudancaTexto& mudanca) {
     guarded("frmEditor.registra", [&] {

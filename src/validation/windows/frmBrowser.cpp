@@ -7,6 +7,7 @@
 #include "common/windows/FileOperations.h"
 #include "common/windows/frmMensagem.h"
 #include "common/windows/mensagem.h"
+#include "common/windows/pecasJanela.h"
 #include "common/windows/textoQt.h"
 #include "logging/Routine.h"
 #include "platform/Files.h"
@@ -71,23 +72,10 @@ frmBrowser::~frmBrowser() {
 }
 
 void frmBrowser::montaTela() {
-    toolbar_ = new QToolBar(this);
-    toolbar_->setObjectName(QStringLiteral("toolbar"));
-    toolbar_->setAccessibleName(QStringLiteral("Ferramentas do relatório"));
-    toolbar_->setIconSize({24, 24});
-    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-
-    statusBar_ = new QStatusBar(this);
-    statusBar_->setObjectName(QStringLiteral("statusBar"));
-    statusBar_->setAccessibleName(QStringLiteral("Situação"));
-    statusBar_->setSizeGripEnabled(false);
-    painel_ = new QLabel(statusBar_);
-    painel_->setObjectName(QStringLiteral("panel1"));
-    painel_->setAccessibleName(QStringLiteral("Situação"));
-    painel_->setTextFormat(Qt::PlainText);
+    toolbar_ = pecas::criaToolbar(*this);
+    statusBar_ = pecas::criaStatusBar(*this);
+    painel_ = pecas::criaPainel(*statusBar_, QStringLiteral("panel1"), QStringLiteral("Situação"));
     painel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    painel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    statusBar_->addWidget(painel_, 1);
 
     auto vista = VistaRelatorio::cria();
     vista_ = vista.get();
@@ -115,51 +103,25 @@ QSize frmBrowser::minimumSizeHint() const {
 }
 
 QFrame* frmBrowser::montaTitulo() {
-    auto* frmTitulo = new QFrame(this);
-    frmTitulo->setObjectName(QStringLiteral("frmTitulo"));
-    frmTitulo->setAccessibleName(QStringLiteral("Título"));
-    frmTitulo->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    lblTitulo_ = new QLabel(QStringLiteral("Resultado da Validação"), frmTitulo);
-    lblTitulo_->setObjectName(QStringLiteral("lblTitulo"));
-    lblTitulo_->setAccessibleName(QStringLiteral("Título do relatório"));
-    lblTitulo_->setTextFormat(Qt::PlainText);
-    lblTitulo_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    QFont fonte = lblTitulo_->font();
-    fonte.setBold(true);
-    fonte.setPointSizeF(fonte.pointSizeF() * 1.3);
-    lblTitulo_->setFont(fonte);
-    auto* imgTORVA = new QLabel(frmTitulo);
-    imgTORVA->setObjectName(QStringLiteral("imgTORVA"));
-    imgTORVA->setAccessibleName(QStringLiteral("Logotipo"));
-    imgTORVA->setPixmap(frmObjetos::logotipo(alturaLogotipo));
-    auto* fila = new QHBoxLayout(frmTitulo);
+    const pecas::Titulo titulo =
+        pecas::criaTitulo(*this, QStringLiteral("Resultado da Validação"), alturaLogotipo, 1.3);
+    lblTitulo_ = titulo.lblTitulo;
+    auto* fila = new QHBoxLayout(titulo.frmTitulo);
     fila->setContentsMargins(6, 3, 6, 3);
     fila->addWidget(lblTitulo_, 1);
-    fila->addWidget(imgTORVA);
-    return frmTitulo;
+    fila->addWidget(titulo.imgTORVA);
+    return titulo.frmTitulo;
 }
 
 void frmBrowser::buildToolbar() {
     toolbar_->clear();
-    criaBotao(QStringLiteral("btnImprimir"), QStringLiteral("&Imprimir"), QStringLiteral("imgPrint"),
-              &frmBrowser::imprimirReport)
-        ->setToolTip(QStringLiteral("Imprime o relatório (Ctrl+P)"));
+    const auto cria = [this](const pecas::Botao& botao, void (frmBrowser::*acao)()) {
+        connect(pecas::criaBotao(*this, *toolbar_, botao), &QAction::triggered, this, acao);
+    };
+    cria({u"btnImprimir", u"&Imprimir", u"imgPrint", u"Imprime o relatório (Ctrl+P)"},
+         &frmBrowser::imprimirReport);
     toolbar_->addSeparator();
-    criaBotao(QStringLiteral("btnFechar"), QStringLiteral("Fechar"), QStringLiteral("imgCloseWindow"),
-              &frmBrowser::closeWindow)
-        ->setToolTip(QStringLiteral("Fecha a janela (Ctrl+F4)"));
-}
-
-QAction* frmBrowser::criaBotao(const QString& chave, const QString& texto, const QString& imagem,
-                               void (frmBrowser::*acao)()) {
-    QAction* botao = toolbar_->addAction(frmObjetos::imagem(imagem), texto);
-    botao->setObjectName(chave);
-    botao->setIconText(texto); // keeps the mnemonic on the button
-    connect(botao, &QAction::triggered, this, acao);
-    if (auto* face = toolbar_->widgetForAction(botao)) {
-        face->setFocusPolicy(Qt::TabFocus);
-    }
-    return botao;
+    cria({u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)"}, &frmBrowser::closeWindow);
 }
 
 void frmBrowser::abrir(const std::shared_ptr<const Resultados>& resultados, const QString& titulo,

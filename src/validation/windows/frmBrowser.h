@@ -48,8 +48,6 @@ private:
     void montaTela();
     QFrame* montaTitulo();
     void buildToolbar();
-    QAction* criaBotao(const QString& chave, const QString& texto, const QString& imagem,
-                       void (frmBrowser::*acao)());
     void tomaNomeTemporario();
     void carrega(const Resultados& resultados, const QString& titulo, const QString& arquivo);
     void apagaReport() noexcept;

@@ -96,7 +96,6 @@ void frmValidador::aoDescarregar() {
 }
 
 // --- the tool bar's keys
-// --------------------------------------------------------------------------------------
 
 void frmValidador::toolbar_ButtonClick(const QString& chave) {
     using Acao = void (frmValidador::*)();
@@ -179,7 +178,6 @@ void frmValidador::importarPlanilha() {
 }
 
 // --- results
-// --------------------------------------------------------------------------------------------------
 
 int frmValidador::linhaPedida() {
     if (grade().linhaAtiva() < 0 && modelo().rowCount() > 0) {
@@ -232,7 +230,6 @@ void frmValidador::ativaResultado() {
 }
 
 // --- adding and removing
-// --------------------------------------------------------------------------------------
 
 void frmValidador::addBoleto() {
     const QPointer<frmValidador> viva(this);

@@ -60,8 +60,6 @@ private:
     void montaTitulo();
     void ligaGrade();
     void buildToolbar();
-    QAction* criaBotao(const QString& chave, const QString& texto, const QString& imagem,
-                       const QString& dica);
     void enableToolbar(bool flag);
     QAction& botao(const QString& chave) const;
     void createGrid();

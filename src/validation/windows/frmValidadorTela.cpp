@@ -1,6 +1,7 @@
 #include "app/windows/frmObjetos.h"
 #include "common/windows/Grade.h"
 #include "common/windows/controleLib.h"
+#include "common/windows/pecasJanela.h"
 #include "common/windows/textoQt.h"
 #include "logging/Routine.h"
 #include "validation/windows/SituacaoDelegate.h"
@@ -23,11 +24,12 @@ namespace tv {
 
 namespace {
 
-constexpr int twipsPorPixel = 15;
-constexpr int larguraFixa = 1500 / twipsPorPixel;  ///< Of every column but the file's.
-constexpr int menosAoCriar = 5000 / twipsPorPixel; ///< What the file's column leaves of the grid's width.
-constexpr int menosAoMudar = 5070 / twipsPorPixel; ///< The same after a change of size.
-constexpr int margem = 150 / twipsPorPixel / 2;    ///< Beside the title frame and the grid.
+using pecas::emPixels;
+
+constexpr int larguraFixa = emPixels(1500);  ///< Of every column but the file's.
+constexpr int menosAoCriar = emPixels(5000); ///< What the file's column leaves of the grid's width.
+constexpr int menosAoMudar = emPixels(5070); ///< The same after a change of size.
+constexpr int margem = emPixels(150) / 2;    ///< Beside the title frame and the grid.
 constexpr int alturaTitulo = 40;
 constexpr int alturaLogo = 28;
 
@@ -65,43 +67,25 @@ ColunaGrade aparencia(const Coluna& coluna) {
     return nova;
 }
 
-template<typename Controle>
-Controle* nomeia(Controle* controle, const QString& nome, const QString& nomeAcessivel) {
-    controle->setObjectName(nome);
-    controle->setAccessibleName(nomeAcessivel);
-    return controle;
-}
-
 } // namespace
 
 void frmValidador::montaTela() {
     setAcceptDrops(true);
-    toolbar_ = nomeia(new QToolBar(this), QStringLiteral("toolbar"), QStringLiteral("Ferramentas"));
-    toolbar_->setIconSize({24, 24});
-    toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    toolbar_ = pecas::criaToolbar(*this);
     connect(toolbar_, &QToolBar::actionTriggered, this,
             [this](const QAction* acao) { toolbar_ButtonClick(acao->objectName()); });
     montaTitulo();
     painelGrade_ = new PainelGrade(QStringLiteral("grid"), this);
     ligaGrade();
-    statusBar_ = nomeia(new QStatusBar(this), QStringLiteral("statusBar"), QStringLiteral("Situação"));
-    statusBar_->setSizeGripEnabled(false);
-    painel_ = nomeia(new QLabel(statusBar_), QStringLiteral("panel1"), QStringLiteral("Situação da janela"));
-    painel_->setTextFormat(Qt::PlainText);
-    statusBar_->addWidget(painel_, 1);
+    statusBar_ = pecas::criaStatusBar(*this);
+    painel_ = pecas::criaPainel(*statusBar_, QStringLiteral("panel1"), QStringLiteral("Situação da janela"));
 }
 
 void frmValidador::montaTitulo() {
-    frmTitulo_ = nomeia(new QFrame(this), QStringLiteral("frmTitulo"), QStringLiteral("Título"));
-    frmTitulo_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    lblTitulo_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("lblTitulo"), QStringLiteral("Layout"));
-    lblTitulo_->setTextFormat(Qt::PlainText);
-    QFont fonte = lblTitulo_->font();
-    fonte.setBold(true);
-    fonte.setPointSizeF(fonte.pointSizeF() * 1.3);
-    lblTitulo_->setFont(fonte);
-    imgTORVA_ = nomeia(new QLabel(frmTitulo_), QStringLiteral("imgTORVA"), QStringLiteral("Logotipo"));
-    proceed([this] { imgTORVA_->setPixmap(frmObjetos::logotipo(alturaLogo)); });
+    const pecas::Titulo titulo = pecas::criaTitulo(*this, {}, alturaLogo, 1.3);
+    frmTitulo_ = titulo.frmTitulo;
+    lblTitulo_ = titulo.lblTitulo;
+    imgTORVA_ = titulo.imgTORVA;
 }
 
 void frmValidador::ligaGrade() {
@@ -119,45 +103,33 @@ void frmValidador::ligaGrade() {
 }
 
 // --- the tool bar
-// ---------------------------------------------------------------------------------------------
 
 void frmValidador::buildToolbar() {
     toolbar_->clear();
-    const auto cria = [this](const char16_t* chave, const char16_t* texto, const char16_t* imagem,
-                             const char16_t* dica, const QList<QKeySequence>& teclas) {
-        QAction* acao = criaBotao(QString::fromUtf16(chave), QString::fromUtf16(texto),
-                                  QString::fromUtf16(imagem), QString::fromUtf16(dica));
-        acao->setShortcuts(teclas);
-        return acao;
-    };
-    cria(u"btnAdicionar", u"Adicionar", u"imgAdd", u"Adiciona arquivos à lista (Ins)",
-         {Qt::Key_Insert, Qt::CTRL | Qt::Key_O});
-    cria(u"btnRemover", u"Remover", u"imgRemove", u"Remove da lista os arquivos selecionados (Del)",
-         {Qt::Key_Delete});
+    const auto cria = [this](const pecas::Botao& botao) { return pecas::criaBotao(*this, *toolbar_, botao); };
+    cria({u"btnAdicionar",
+          u"Adicionar",
+          u"imgAdd",
+          u"Adiciona arquivos à lista (Ins)",
+          {Qt::Key_Insert, Qt::CTRL | Qt::Key_O}});
+    cria({u"btnRemover",
+          u"Remover",
+          u"imgRemove",
+          u"Remove da lista os arquivos selecionados (Del)",
+          {Qt::Key_Delete}});
     toolbar_->addSeparator();
-    cria(u"btnEditar", u"Editar", u"imgEdit", u"Abre no editor o arquivo com falhas (F2)", {Qt::Key_F2});
+    cria({u"btnEditar", u"Editar", u"imgEdit", u"Abre no editor o arquivo com falhas (F2)", {Qt::Key_F2}});
     toolbar_->addSeparator();
-    validar_ = cria(u"btnValidar", u"", u"imgRun", u"", {});
+    validar_ = cria({u"btnValidar", u"", u"imgRun", u"", {}});
     viraValidar();
     toolbar_->addSeparator();
-    cria(u"btnResultado", u"Resultado", u"imgResult", u"Mostra o resultado do arquivo (Enter)",
-         {Qt::CTRL | Qt::Key_R});
+    cria({u"btnResultado",
+          u"Resultado",
+          u"imgResult",
+          u"Mostra o resultado do arquivo (Enter)",
+          {Qt::CTRL | Qt::Key_R}});
     toolbar_->addSeparator();
-    cria(u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)", {});
-}
-
-QAction* frmValidador::criaBotao(const QString& chave, const QString& texto, const QString& imagem,
-                                 const QString& dica) {
-    QAction* acao = toolbar_->addAction(texto);
-    acao->setObjectName(chave);
-    acao->setToolTip(dica);
-    acao->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    proceed([&] { acao->setIcon(frmObjetos::imagem(imagem)); });
-    addAction(acao); // its keys work in the whole window
-    if (auto* botao = toolbar_->widgetForAction(acao)) {
-        botao->setFocusPolicy(Qt::TabFocus);
-    }
-    return acao;
+    cria({u"btnFechar", u"Fechar", u"imgCloseWindow", u"Fecha a janela (Ctrl+F4)", {}});
 }
 
 void frmValidador::viraParar() {
@@ -180,13 +152,7 @@ void frmValidador::viraValidar() {
 }
 
 QAction& frmValidador::botao(const QString& chave) const {
-    const QList<QAction*> botoes = toolbar_->actions();
-    const auto achado = std::find_if(botoes.begin(), botoes.end(),
-                                     [&](const QAction* acao) { return acao->objectName() == chave; });
-    if (achado == botoes.end()) {
-        throw Error(errc::invalidCall, "frmValidador", "Não há botão com a chave " + paraUtf8(chave));
-    }
-    return **achado;
+    return pecas::botao(*toolbar_, chave);
 }
 
 void frmValidador::enableToolbar(bool flag) {
@@ -197,7 +163,6 @@ void frmValidador::enableToolbar(bool flag) {
 }
 
 // --- the grid
-// -------------------------------------------------------------------------------------------------
 
 void frmValidador::createGrid() {
     modelo().setDados(lote::criaRegistros());
@@ -231,7 +196,6 @@ void frmValidador::mostraUltima() {
 }
 
 // --- where everything stands
-// ----------------------------------------------------------------------------------
 
 void frmValidador::resizeEvent(QResizeEvent* evento) {
     Janela::resizeEvent(evento);
@@ -239,9 +203,7 @@ void frmValidador::resizeEvent(QResizeEvent* evento) {
 }
 
 void frmValidador::posiciona() {
-    toolbar_->setGeometry(0, 0, width(), toolbar_->sizeHint().height());
-    const int altura = statusBar_->sizeHint().height();
-    statusBar_->setGeometry(0, height() - altura, width(), altura);
+    pecas::posiciona(*this, *toolbar_, *statusBar_);
     const int largura = std::max(width() - 2 * margem, 0);
     frmTitulo_->setGeometry(margem, toolbar_->geometry().bottom() + 1, largura, alturaTitulo);
     const QSize logo = imgTORVA_->sizeHint();
@@ -264,11 +226,9 @@ QSize frmValidador::minimumSizeHint() const {
 }
 
 // --- small ones
-// -----------------------------------------------------------------------------------------------
 
 void frmValidador::status(const QString& texto) {
-    painel_->setText(texto);
-    painel_->repaint();
+    pecas::escreve(*painel_, texto);
 }
 
 void frmValidador::mostraContagem() {

@@ -1,7 +1,6 @@
 // The program's start and end. Where the process ends, the test runs in a process of its own, which tells on
 // its error stream what it saw before.
 #include "app/windows/biblioteca.h"
-#include "app/windows/DocumentosAbertos.h"
 #include "app/windows/JanelaDeTeste.h"
 #include "app/windows/PastaDoPrograma.h"
 #include "app/windows/frmSplash.h"
@@ -9,6 +8,7 @@
 #include "common/windows/mensagem.h"
 #include "platform/Turns.h"
 #include "windows/Caixas.h"
+#include "windows/EnderecosAbertos.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -27,7 +27,7 @@ namespace {
 
 using test::abreJanela;
 using test::Caixas;
-using test::DocumentosAbertos;
+using test::EnderecosAbertos;
 using test::layout;
 using test::occurrences;
 using ::testing::ExitedWithCode;
@@ -72,10 +72,10 @@ public:
 };
 
 /// Documents that are opened are told on the error stream, since the process ends before a test can ask.
-class DocumentosContados : public DocumentosAbertos {
+class DocumentosContados : public EnderecosAbertos {
 public:
     DocumentosContados() {
-        connect(this, &DocumentosAbertos::abriu, this, [](const QUrl& endereco) {
+        connect(this, &EnderecosAbertos::abriu, this, [](const QUrl& endereco) {
             std::cerr << "documento " << endereco.fileName().toStdString() << "\n";
         });
     }

@@ -1,9 +1,9 @@
-#include "app/windows/DocumentosAbertos.h"
 #include "app/windows/Ferramentas.h"
 #include "app/windows/JanelaDeTeste.h"
 #include "app/windows/PastaDoPrograma.h"
 #include "app/windows/mdiMain.h"
 #include "windows/Caixas.h"
+#include "windows/EnderecosAbertos.h"
 
 #include <QAction>
 #include <QApplication>
@@ -292,9 +292,9 @@ TEST_F(MdiMainCliques, CtrlF4AndCtrlWCloseTheActiveWindow) {
 TEST_F(MdiMainCliques, F1OpensTheHelp) {
     programa.catalogoDistribuido();
     inicia();
-    const test::DocumentosAbertos documentos;
+    const test::EnderecosAbertos documentos;
     QTest::keyClick(&principal(), Qt::Key_F1);
-    EXPECT_EQ(documentos.vistos().size(), 1U);
+    EXPECT_EQ(documentos.abertos.size(), 1U);
 }
 
 TEST_F(MdiMainCliques, MnemonicsOpenTheMenus) {
@@ -316,11 +316,10 @@ TEST_F(MdiMainCliques, MnemonicsOpenTheMenus) {
 TEST_F(MdiMainCliques, TheHelpIsTheCatalogRendered) {
     programa.catalogoDistribuido();
     biblioteca::iniciaSistema();
-    const test::DocumentosAbertos documentos;
+    const test::EnderecosAbertos documentos;
     clica("hlpContent");
-    ASSERT_EQ(documentos.vistos().size(), 1U);
-    EXPECT_EQ(documentos.vistos()[0].toLocalFile().toStdString(),
-              (programa.caminho() / "help.html").string());
+    ASSERT_EQ(documentos.abertos.size(), 1U);
+    EXPECT_EQ(documentos.abertos[0].toLocalFile().toStdString(), (programa.caminho() / "help.html").string());
     const std::string pagina = programa.le("help.html");
     for (const auto& boleto : objTramadorValidador->getBoletos()) {
         EXPECT_NE(pagina.find(boleto->getNome()), std::string::npos) << boleto->getNome();
@@ -329,10 +328,10 @@ TEST_F(MdiMainCliques, TheHelpIsTheCatalogRendered) {
 
 TEST_F(MdiMainCliques, AMissingStylesheetGivesNoHelpPage) {
     inicia();
-    const test::DocumentosAbertos documentos;
+    const test::EnderecosAbertos documentos;
     const test::Caixas caixas;
     clica("hlpContent");
-    EXPECT_TRUE(documentos.vistos().empty());
+    EXPECT_TRUE(documentos.abertos.empty());
     EXPECT_FALSE(programa.tem("help.html"));
 }
 

@@ -10,18 +10,17 @@
 #include "composer/windows/VistaFundos.h"
 #include "composer/windows/frmTramador.h"
 #include "windows/Caixas.h"
+#include "windows/Janelas.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
-#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -35,16 +34,6 @@ namespace tv::test {
 
 inline QString q(const char* texto) {
     return QString::fromUtf8(texto);
-}
-
-/// Runs the event loop until a condition holds, for some seconds at most.
-inline bool espera(const std::function<bool()>& condicao, int milissegundos = 5000) {
-    QElapsedTimer relogio;
-    relogio.start();
-    while (!condicao() && relogio.elapsed() < milissegundos) {
-        QTest::qWait(2);
-    }
-    return condicao();
 }
 
 inline constexpr const char* cnpj = "94000001000180";
@@ -85,20 +74,8 @@ protected:
     QString painel(int qual) const {
         return janela->findChild<QLabel*>(QStringLiteral("panel%1").arg(qual))->text();
     }
-    QAction* acao(const char* chave) const {
-        for (QAction* uma : barra().actions()) {
-            if (uma->objectName() == QLatin1String(chave)) {
-                return uma;
-            }
-        }
-        return nullptr;
-    }
-    /// Clicks a button of the tool bar as the user does.
-    void clica(const char* chave) const {
-        QAction* alvo = acao(chave);
-        ASSERT_NE(alvo, nullptr) << chave;
-        QTest::mouseClick(barra().widgetForAction(alvo), Qt::LeftButton);
-    }
+    QAction* acao(const char* chave) const { return acaoDa(barra(), chave); }
+    void clica(const char* chave) const { clicaNa(barra(), chave); }
     /// Clicks a node of the tree by its texts from the root on.
     void clicaNo(const std::vector<const char*>& textos) const {
         QTreeWidgetItem* item = arvore().invisibleRootItem();

@@ -47,7 +47,6 @@ protected:
 };
 
 // --- Undo on the stacks as given
-// ------------------------------------------------------------------------------
 
 TEST_F(frmEditorDesfazer, WithOneStateOnlyTheFocusComesBack) {
     abre("abc");
@@ -116,7 +115,6 @@ TEST_F(frmEditorDesfazer, StatesThatDoNotGoTogetherDoNoHarm) {
 }
 
 // --- what the keys do
-// -----------------------------------------------------------------------------------------
 
 TEST_F(frmEditorDesfazer, CtrlZTakesBackWordByWordAndCtrlYBringsThemBack) {
     abre("<a></a>");
@@ -257,7 +255,6 @@ TEST_F(frmEditorDesfazer, TheContextMenuOffersWhatCanBeDone) {
 }
 
 // --- find and replace
-// -----------------------------------------------------------------------------------------
 
 TEST_F(frmEditorDesfazer, FindsForwardsAndBackwardsRoundTheText) {
     abre("um dois Um tres um");

@@ -224,7 +224,6 @@ TEST_F(frmEditorSalvar, WritesBreaksOfEndlessLinesOnlyAfterAQuestion) {
 }
 
 // --- validation
-// -----------------------------------------------------------------------------------------------
 
 TEST_F(frmEditorSalvar, AValidFileIsTold) {
     abre(documento(), achados(achado(1, 1, "x")));

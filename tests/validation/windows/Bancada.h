@@ -8,16 +8,15 @@
 #include "validation/ValidationFolder.h"
 #include "validation/windows/frmValidador.h"
 #include "windows/Caixas.h"
+#include "windows/Janelas.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QPointer>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
-#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -31,16 +30,6 @@ namespace tv::test {
 
 inline void PrintTo(const Caixa& caixa, std::ostream* saida) {
     *saida << caixa.texto.toStdString();
-}
-
-/// Runs the event loop until a condition holds, for some seconds at most.
-inline bool espera(const std::function<bool()>& condicao, int milissegundos = 5000) {
-    QElapsedTimer relogio;
-    relogio.start();
-    while (!condicao() && relogio.elapsed() < milissegundos) {
-        QTest::qWait(2);
-    }
-    return condicao();
 }
 
 /// Time that stands still until a test moves it on. A run asks for it in front of each file; every question
@@ -127,22 +116,8 @@ protected:
     QString painel() const {
         return janela->findChild<QStatusBar*>(QStringLiteral("statusBar"))->findChild<QLabel*>()->text();
     }
-    QAction* acao(const char* chave) const {
-        for (QAction* uma : barra().actions()) {
-            if (uma->objectName() == QLatin1String(chave)) {
-                return uma;
-            }
-        }
-        return nullptr;
-    }
-    /// Clicks a button of the tool bar as the user does.
-    void clica(const char* chave) const {
-        QAction* alvo = acao(chave);
-        ASSERT_NE(alvo, nullptr) << chave;
-        auto* botao = qobject_cast<QToolButton*>(barra().widgetForAction(alvo));
-        ASSERT_NE(botao, nullptr) << chave;
-        QTest::mouseClick(botao, Qt::LeftButton);
-    }
+    QAction* acao(const char* chave) const { return acaoDa(barra(), chave); }
+    void clica(const char* chave) const { clicaNa(barra(), chave); }
     QAction* acrescentaBotao(const char* chave) const {
         QAction* nova = barra().addAction(QString::fromLatin1(chave));
         nova->setObjectName(QString::fromLatin1(chave));

@@ -7,13 +7,11 @@
 #include "validation/windows/VistaRelatorio.h"
 #include "validation/windows/frmBrowser.h"
 #include "windows/Caixas.h"
+#include "windows/Janelas.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QTest>
-#include <QToolBar>
-#include <QToolButton>
 #include <QWebEngineFindTextResult>
 #include <QWebEnginePage>
 #include <QWebEngineView>
@@ -27,15 +25,6 @@
 #include <vector>
 
 namespace tv::test {
-
-inline bool aguarda(const std::function<bool()>& condicao, int milissegundos = 20000) {
-    QElapsedTimer relogio;
-    relogio.start();
-    while (!condicao() && relogio.elapsed() < milissegundos) {
-        QTest::qWait(5);
-    }
-    return condicao();
-}
 
 inline clsResultado achado(const std::string& caminho, const std::string& valor, std::int32_t linha = 7) {
     clsResultado novo;
@@ -99,7 +88,7 @@ protected:
         nova.abrir(achados, titulo, arquivo);
         mdiMain::instancia().addJanela(nova);
         if (!nova.arquivoReport().empty() && files::exists(nova.arquivoReport())) {
-            EXPECT_TRUE(aguarda([&chegou] { return chegou; })) << "the page was not loaded";
+            EXPECT_TRUE(espera([&chegou] { return chegou; })) << "the page was not loaded";
         }
         QObject::disconnect(&vista(), &VistaRelatorio::carregou, &nova, nullptr);
         // A desktop gives the keyboard back when the progress window goes; the offscreen platform does not.
@@ -120,7 +109,7 @@ protected:
             texto = tudo;
             veio = true;
         });
-        EXPECT_TRUE(aguarda([&veio] { return veio; }));
+        EXPECT_TRUE(espera([&veio] { return veio; }));
         return paraUtf8(texto);
     }
     /// True when a reader finds this text in the page, drawn or not yet.
@@ -129,7 +118,7 @@ protected:
         brwReport().page()->findText(
             paraQt(texto), QWebEnginePage::FindCaseSensitively,
             [&quantos](const QWebEngineFindTextResult& achados) { quantos = achados.numberOfMatches(); });
-        EXPECT_TRUE(aguarda([&quantos] { return quantos >= 0; }));
+        EXPECT_TRUE(espera([&quantos] { return quantos >= 0; }));
         return quantos > 0;
     }
 
@@ -138,15 +127,7 @@ protected:
         return *janela->findChild<T*>(QString::fromLatin1(nome));
     }
     std::string painel() const { return paraUtf8(controle<QLabel>("panel1").text()); }
-    QToolButton& botao(const char* chave) const {
-        auto& barra = controle<QToolBar>("toolbar");
-        for (QAction* acao : barra.actions()) {
-            if (acao->objectName() == QLatin1String(chave)) {
-                return *qobject_cast<QToolButton*>(barra.widgetForAction(acao));
-            }
-        }
-        throw std::runtime_error(std::string("no button ") + chave);
-    }
+    QToolButton& botao(const char* chave) const { return botaoDa(controle<QToolBar>("toolbar"), chave); }
     /// Pages of reports that lie in the application folder.
     std::vector<std::string> paginasNoDisco() const {
         std::vector<std::string> nomes;

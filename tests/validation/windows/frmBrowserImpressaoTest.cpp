@@ -97,7 +97,7 @@ TEST_F(frmBrowserImpressaoTest, ButtonPrintsThePageAfterTheDialog) {
     EXPECT_EQ(dialogo.vistos(), 1);
     EXPECT_EQ(dialogo.avisoAberto, QStringLiteral("Imprimindo relatório de validação|Boleto:  ") + documento);
     EXPECT_EQ(dialogo.orientacao, QPageLayout::Landscape);
-    EXPECT_TRUE(aguarda([this] { return !vista().imprimindo(); }));
+    EXPECT_TRUE(espera([this] { return !vista().imprimindo(); }));
     EXPECT_TRUE(temPapel());
     EXPECT_THAT(files::readAll(papel()), StartsWith("%PDF"));
     EXPECT_FALSE(avisoVisivel());
@@ -130,7 +130,7 @@ TEST_F(frmBrowserImpressaoTest, SecondPrintDuringTheFirstIsAFailureInTheLog) {
     janela->imprimirReport();
     EXPECT_THAT(registro(), HasSubstr("Há outra impressão em andamento.[75]"));
     EXPECT_FALSE(avisoVisivel());
-    EXPECT_TRUE(aguarda([&impresso] { return impresso; })) << "the first print goes on";
+    EXPECT_TRUE(espera([&impresso] { return impresso; })) << "the first print goes on";
 }
 
 TEST_F(frmBrowserImpressaoTest, PrinterThatCannotBeOpenedIsAFailure) {
@@ -143,7 +143,7 @@ TEST_F(frmBrowserImpressaoTest, PrinterThatCannotBeOpenedIsAFailure) {
         impresso = certo;
         ++vezes;
     });
-    EXPECT_TRUE(aguarda([&vezes] { return vezes > 0; }));
+    EXPECT_TRUE(espera([&vezes] { return vezes > 0; }));
     EXPECT_FALSE(impresso);
     EXPECT_EQ(vezes, 1);
 }
@@ -154,10 +154,10 @@ TEST_F(frmBrowserImpressaoTest, WindowThatClosesMeanwhileLeavesThePrintToEnd) {
     const QPointer<VistaRelatorio> solta = &vista();
     vista().imprime(impressora(), [&impresso](bool certo) { impresso = certo; });
     janela->closeWindow();
-    EXPECT_TRUE(aguarda([&aberta] { return aberta.isNull(); })) << "the window goes at once";
-    EXPECT_TRUE(aguarda([&impresso] { return impresso; }));
+    EXPECT_TRUE(espera([&aberta] { return aberta.isNull(); })) << "the window goes at once";
+    EXPECT_TRUE(espera([&impresso] { return impresso; }));
     EXPECT_TRUE(temPapel());
-    EXPECT_TRUE(aguarda([&solta] { return solta.isNull(); })) << "nothing stays behind";
+    EXPECT_TRUE(espera([&solta] { return solta.isNull(); })) << "nothing stays behind";
 }
 
 TEST_F(frmBrowserImpressaoTest, EndOfTheProgramDuringAPrintDoesNotCrash) {

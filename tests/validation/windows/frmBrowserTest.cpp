@@ -115,7 +115,7 @@ TEST_F(frmBrowserTest, CloseButtonDeletesThePageAndLeavesTheMainWindow) {
     QTest::mouseClick(&botao("btnFechar"), Qt::LeftButton);
     EXPECT_THAT(paginasNoDisco(), IsEmpty());
     EXPECT_EQ(mdiMain::instancia().janelas().Count(), 0U);
-    EXPECT_TRUE(aguarda([&aberta] { return aberta.isNull(); }));
+    EXPECT_TRUE(espera([&aberta] { return aberta.isNull(); }));
 }
 
 TEST_F(frmBrowserTest, ClosesWithoutAWordWhenThePageIsGone) {

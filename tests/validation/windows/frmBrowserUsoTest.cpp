@@ -38,31 +38,31 @@ TEST_F(frmBrowserUsoTest, FindBarCountsTheMatchesAndWalksThroughThem) {
     EXPECT_TRUE(barra.isVisible());
     EXPECT_TRUE(texto().hasFocus());
     QTest::keyClicks(&texto(), QStringLiteral("alfa"));
-    EXPECT_TRUE(aguarda([this] { return achados() == "1 de 2"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "1 de 2"; })) << achados();
     QTest::keyClick(&texto(), Qt::Key_Return);
-    EXPECT_TRUE(aguarda([this] { return achados() == "2 de 2"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "2 de 2"; })) << achados();
     QTest::keyClick(&texto(), Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_TRUE(aguarda([this] { return achados() == "1 de 2"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "1 de 2"; })) << achados();
     QTest::mouseClick(&controle("btnLocalizarProximo"), Qt::LeftButton);
-    EXPECT_TRUE(aguarda([this] { return achados() == "2 de 2"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "2 de 2"; })) << achados();
     QTest::mouseClick(&controle("btnLocalizarAnterior"), Qt::LeftButton);
-    EXPECT_TRUE(aguarda([this] { return achados() == "1 de 2"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "1 de 2"; })) << achados();
 }
 
 TEST_F(frmBrowserUsoTest, FindBarTellsThatThereIsNoMatch) {
     abre(muitos(2));
     vista().localiza();
     QTest::keyClicks(&texto(), QStringLiteral("nunca"));
-    EXPECT_TRUE(aguarda([this] { return achados() == "Texto não encontrado"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "Texto não encontrado"; })) << achados();
     texto().clear();
-    EXPECT_TRUE(aguarda([this] { return achados().empty(); }));
+    EXPECT_TRUE(espera([this] { return achados().empty(); }));
 }
 
 TEST_F(frmBrowserUsoTest, FindsInBlocksThatWereNotDrawnYet) {
     abre(muitos(1000));
     vista().localiza();
     QTest::keyClicks(&texto(), QStringLiteral("valor 987"));
-    EXPECT_TRUE(aguarda([this] { return achados() == "1 de 1"; })) << achados();
+    EXPECT_TRUE(espera([this] { return achados() == "1 de 1"; })) << achados();
 }
 
 TEST_F(frmBrowserUsoTest, EscapeClosesTheFindBarAndGivesTheKeyboardBack) {
@@ -129,9 +129,9 @@ TEST_F(frmBrowserUsoTest, CopiesTheSelection) {
     abre(lista({achado("a.b.c", "copiado 42")}));
     QGuiApplication::clipboard()->clear();
     acao("selecionarTudo").trigger();
-    EXPECT_TRUE(aguarda([this] { return vista().temSelecao(); }));
+    EXPECT_TRUE(espera([this] { return vista().temSelecao(); }));
     acao("copiar").trigger();
-    EXPECT_TRUE(aguarda([] { return !QGuiApplication::clipboard()->text().isEmpty(); }));
+    EXPECT_TRUE(espera([] { return !QGuiApplication::clipboard()->text().isEmpty(); }));
     EXPECT_THAT(paraUtf8(QGuiApplication::clipboard()->text()), HasSubstr("copiado 42"));
 }
 

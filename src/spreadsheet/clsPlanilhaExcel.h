@@ -120,6 +120,7 @@ private:
     std::unordered_map<std::string, Registros> porSecao_; ///< Of the workbook under way.
     std::set<std::string> criadas_;                       ///< Its sheets,
     std::set<std::string> perdidas_;                      ///< and those that it could not get.
+    std::unordered_map<std::string, std::size_t> perdaPorMotivo_; ///< Position of its losses in `relato_`.
     std::string comando_;
     std::vector<Coluna> colunas_; ///< Of the sheet under way.
     RelatoPlanilha relato_;

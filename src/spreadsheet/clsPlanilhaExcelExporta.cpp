@@ -77,6 +77,7 @@ void clsPlanilhaExcel::exportaNo(const XmlNode& no, const std::string& base) {
     porSecao_.clear();
     criadas_.clear();
     perdidas_.clear();
+    perdaPorMotivo_.clear();
     planilha_ = planilha;
     conexao_.emplace(std::filesystem::path(planilha));
     if (isAgrupado(tag)) {
@@ -260,13 +261,11 @@ void clsPlanilhaExcel::insere(const XmlNode& registro, const std::string& secao)
 void clsPlanilhaExcel::contaPerda(const std::string& secao, const std::exception& falha,
                                   std::size_t registros) {
     std::vector<PerdaDeRegistros>& perdas = relato_.perdas;
-    for (auto perda = perdas.rbegin(); perda != perdas.rend() && perda->planilha == planilha_; ++perda) {
-        if (perda->secao == secao && perda->motivo == falha.what()) {
-            perda->registros += registros;
-            return;
-        }
+    const auto [achada, nova] = perdaPorMotivo_.try_emplace(secao + '\n' + falha.what(), perdas.size());
+    if (nova) {
+        perdas.push_back({planilha_, secao, falha.what(), 0});
     }
-    perdas.push_back({planilha_, secao, falha.what(), registros});
+    perdas[achada->second].registros += registros;
 }
 
 /// A section that comes back finds its sheet there with all its records: nothing is lost then.

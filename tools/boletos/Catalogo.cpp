@@ -41,11 +41,16 @@ std::shared_ptr<const tv::clsBoleto> Catalogo::layout(std::string_view tag) cons
         throw tv::Error(tv::errc::invalidCall, "boletos",
                         "O layout '" + std::string(tag) + "' não existe no catálogo. Layouts: " + conhecidos);
     }
-    if (!(*encontrado)->hasValidador()) {
+    return *encontrado;
+}
+
+std::shared_ptr<const tv::clsBoleto> Catalogo::layoutComValidador(std::string_view tag) const {
+    const std::shared_ptr<const tv::clsBoleto> encontrado = layout(tag);
+    if (!encontrado->hasValidador()) {
         throw tv::Error(tv::errc::invalidCall, "boletos",
                         "O layout '" + std::string(tag) + "' não tem validador.");
     }
-    return *encontrado;
+    return encontrado;
 }
 
 } // namespace boletos

@@ -18,8 +18,10 @@ public:
     Catalogo& operator=(const Catalogo&) = delete;
 
     const tv::Boletos& boletos() const noexcept { return tv::objTramadorValidador->getBoletos(); }
-    /// The layout of that tag in any case, with a validator. Throws tv::Error naming the layouts there are.
+    /// The layout of that tag in any case. Throws tv::Error naming the layouts there are.
     std::shared_ptr<const tv::clsBoleto> layout(std::string_view tag) const;
+    /// The same, if it has a validator. Throws tv::Error if it has none.
+    std::shared_ptr<const tv::clsBoleto> layoutComValidador(std::string_view tag) const;
 };
 
 } // namespace boletos

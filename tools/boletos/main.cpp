@@ -20,15 +20,15 @@ constexpr const char* formatos = "texto, json, xml, html ou junit";
 // The library's words begin with the option or argument that they are about.
 std::string doQue(const std::string& palavras) {
     const std::string nome = palavras.substr(0, palavras.find_first_of(" :"));
-    return nome == "arquivos" ? "o nome de um arquivo" : "a opção " + nome;
+    return nome.starts_with("arquivo") ? "o nome de um arquivo" : "a opção " + nome;
 }
 
 // What is wrong about the command itself.
 std::string explicaComando(const CLI::App& programa) {
     const std::vector<std::string> sobras = programa.remaining();
-    return sobras.empty()
-               ? "Falta o comando: validar ou layouts"
-               : "O comando '" + sobras.front() + "' não existe; os comandos são validar e layouts";
+    return sobras.empty() ? "Falta o comando: validar, exportar, importar ou layouts"
+                          : "O comando '" + sobras.front() +
+                                "' não existe; os comandos são validar, exportar, importar e layouts";
 }
 
 // The library's usage errors in Portuguese.
@@ -127,6 +127,35 @@ void opcoesDeValidar(CLI::App& comando, boletos::PedidoValidar& pedido) {
         "verificado: uso errado, catálogo, layout, arquivo, esquema ou folha que não pode ser lida.");
 }
 
+void opcoesDePlanilha(CLI::App& comando, boletos::PedidoPlanilha& pedido, const std::string& arquivo,
+                      const std::string& nome) {
+    opcaoPasta(comando, pedido.pasta);
+    comando.add_option("--layout", pedido.layout, "Layout do documento (veja 'boletos layouts')")
+        ->option_text("TAG")
+        ->required();
+    comando.add_option("arquivo", pedido.arquivo, arquivo)->option_text(nome)->required();
+}
+
+void opcoesDeExportar(CLI::App& comando, boletos::PedidoPlanilha& pedido) {
+    opcoesDePlanilha(comando, pedido, "Documento; as planilhas ficam ao lado dele", "ARQUIVO.xml");
+    comando.footer(
+        "Escreve o caminho de cada planilha. Termina com 0 se todos os registros estão nelas, 1 se\n"
+        "algum se perdeu (a seção e o motivo vão para a saída de erros), e 2 se nada pôde ser\n"
+        "exportado: uso errado, catálogo, layout ou documento que não pode ser lido, pasta sem\n"
+        "permissão.");
+}
+
+void opcoesDeImportar(CLI::App& comando, boletos::PedidoPlanilha& pedido) {
+    opcoesDePlanilha(comando, pedido, "Planilha; o documento fica ao lado dela, com .xml em vez de .xls",
+                     "PLANILHA.xls");
+    comando.footer(
+        "Escreve o caminho do documento. Termina com 0 se ele está inteiro, 1 se a planilha não tem\n"
+        "seção do layout ou o documento não é XML bem formado, e 2 se nada pôde ser importado: uso\n"
+        "errado, catálogo, layout ou planilha que não pode ser lida, documento que já existe.\n"
+        "Nos layouts de fundos e carteiras, o caminho da planilha diz com a palavra 'fundo' ou\n"
+        "'carteira' de que ela é.");
+}
+
 // Ends a call that runs no command: help and version on standard output, wrong usage on standard error.
 int semComando(const CLI::App& programa, const CLI::ParseError& erro) {
     std::ostringstream ajuda;
@@ -143,38 +172,69 @@ int semComando(const CLI::App& programa, const CLI::ParseError& erro) {
     return boletos::status::falha;
 }
 
+// The commands and what they were asked for.
+struct Comandos {
+    explicit Comandos(CLI::App& programa)
+        : validar(novoComando(programa, "validar", "Verifica arquivos e escreve o que encontrou"))
+        , exportar(novoComando(programa, "exportar", "Escreve um documento em planilhas (.xls)"))
+        , importar(novoComando(programa, "importar", "Faz um documento de uma planilha (.xls)"))
+        , layouts(novoComando(programa, "layouts",
+                              "Mostra os layouts do catálogo, separados por tabulação:\n"
+                              "tag, versão, nome, tramador e validador")) {
+        opcoesDeValidar(validar, pedido);
+        opcoesDeExportar(exportar, planilha);
+        opcoesDeImportar(importar, planilha);
+        opcaoPasta(layouts, pasta);
+    }
+
+    int executa() {
+        if (layouts.parsed()) {
+            return boletos::layouts(semMarca(pasta.string()));
+        }
+        if (validar.parsed()) {
+            return executaValidar();
+        }
+        planilha.layout = semMarca(planilha.layout);
+        planilha.pasta = semMarca(planilha.pasta.string());
+        planilha.arquivo = semMarca(planilha.arquivo.string());
+        return exportar.parsed() ? boletos::exportar(planilha) : boletos::importar(planilha);
+    }
+
+private:
+    int executaValidar() {
+        pedido.layout = semMarca(pedido.layout);
+        for (std::filesystem::path* nome : {&pedido.pasta, &pedido.saida}) {
+            *nome = semMarca(nome->string());
+        }
+        for (std::filesystem::path& arquivo : pedido.arquivos) {
+            arquivo = semMarca(arquivo.string());
+        }
+        return boletos::validar(pedido);
+    }
+
+    CLI::App& validar;
+    CLI::App& exportar;
+    CLI::App& importar;
+    CLI::App& layouts;
+    std::filesystem::path pasta = tv::files::executableFolder();
+    boletos::PedidoValidar pedido{pasta, {}, "texto", {}, {}};
+    boletos::PedidoPlanilha planilha{pasta, {}, {}};
+};
+
 int executa(int argc, char** argv) {
-    CLI::App programa("Verifica arquivos XML de posição e movimento de fundos pelos layouts do catálogo.",
+    CLI::App programa("Verifica arquivos XML de posição e movimento de fundos pelos layouts do catálogo,\n"
+                      "e troca documentos com planilhas.",
                       "boletos");
     traduz(programa);
     programa.set_version_flag("--version", "boletos " TV_VERSION, "Mostra a versão e termina");
     programa.require_subcommand(1);
-
-    boletos::PedidoValidar pedido;
-    pedido.pasta = tv::files::executableFolder();
-    std::filesystem::path pasta = pedido.pasta;
-    opcoesDeValidar(novoComando(programa, "validar", "Verifica arquivos e escreve o que encontrou"), pedido);
-    CLI::App& layouts = novoComando(programa, "layouts",
-                                    "Mostra os layouts do catálogo, separados por tabulação:\n"
-                                    "tag, versão, nome, tramador e validador");
-    opcaoPasta(layouts, pasta);
-
+    Comandos comandos(programa);
     try {
         programa.parse(marcados(argc, argv));
     } catch (const CLI::ParseError& erro) {
         return semComando(programa, erro);
     }
-    if (layouts.parsed()) {
-        return boletos::layouts(semMarca(pasta.string()));
-    }
-    pedido.layout = semMarca(pedido.layout);
-    for (std::filesystem::path* nome : {&pedido.pasta, &pedido.saida}) {
-        *nome = semMarca(nome->string());
-    }
-    for (std::filesystem::path& arquivo : pedido.arquivos) {
-        arquivo = semMarca(arquivo.string());
-    }
-    return boletos::validar(pedido);
+    return comandos.executa();
 }
 
 } // namespace

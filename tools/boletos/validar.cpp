@@ -162,7 +162,8 @@ private:
 int validar(const PedidoValidar& pedido) {
     trataInterrupcao();
     const Catalogo catalogo(pedido.pasta);
-    const Contexto contexto{catalogo.layout(pedido.layout), pedido.pasta, pedido.saida, pedido.arquivos};
+    const Contexto contexto{catalogo.layoutComValidador(pedido.layout), pedido.pasta, pedido.saida,
+                            pedido.arquivos};
     Protegidos(pedido.arquivos).confere(pedido.saida);
     const std::unique_ptr<Relatorio> relatorio = fabricaDe(pedido.formato)(contexto);
     return Lote(contexto, *relatorio).verificaTodos();

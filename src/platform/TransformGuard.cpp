@@ -144,9 +144,11 @@ struct InstructionHandlers {
     xsltDropCallCallback drop;
 };
 
+/// What all threads share is set once; the handlers look at the thread's own scope and transform.
 void install() {
     static const bool started = [] {
         static InstructionHandlers handlers{onInstruction, onCall, onReturn};
+        xsltSetGenericErrorFunc(nullptr, onMessage);
         xsltSetLoaderFunc(loadForStylesheet);
         xsltSetDebuggerCallbacks(3, &handlers);
         return true;
@@ -161,7 +163,6 @@ MessageScope::MessageScope()
     xml::start();
     install();
     running = state_.get();
-    xsltSetGenericErrorFunc(nullptr, onMessage);
     xmlSetStructuredErrorFunc(nullptr, onFault);
 }
 

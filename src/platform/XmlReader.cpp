@@ -220,7 +220,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         }
         hasText = false;
         justOpened = true;
-        handler->startElement(nameOf(element));
+        const std::string_view name = nameOf(element);
+        openNames.push_back(element.isDeclared() ? name : std::string_view());
+        handler->startElement(name);
         if (!tagFaults.empty()) {
             tell(tagFaults);
         }
@@ -229,7 +231,8 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
     void endElement(const XMLElementDecl& element, const unsigned int /*uri*/, const bool /*isRoot*/,
                     const XMLCh* const /*prefix*/) override {
         elementEnds();
-        handler->endElement(nameOf(element));
+        handler->endElement(openNames.back().empty() ? nameOf(element) : openNames.back());
+        openNames.pop_back();
         --openElements;
         eventEnd = here();
         hasText = false;
@@ -291,6 +294,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         eventEnd = {1, 1};
         ended = false;
         openElements = 0;
+        openNames.clear();
         guard.reset();
         checker->setReading(true); // the library has made its choice of validator by now
     }
@@ -379,9 +383,10 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
     std::string pending;              // text of the run that has not been told yet
     std::string told;                 // the run that is being told
     std::string undeclaredName;
-    XmlPosition eventEnd{1, 1}; // where the last event ended
-    XmlPosition textEnd;        // where the element's last text ended
-    XmlPosition tagStart;       // "<" of the start tag told last
+    std::vector<std::string_view> openNames; ///< Of the open elements; an undeclared one's is empty.
+    XmlPosition eventEnd{1, 1};              // where the last event ended
+    XmlPosition textEnd;                     // where the element's last text ended
+    XmlPosition tagStart;                    // "<" of the start tag told last
     std::size_t openElements = 0;
     bool isBlankText = false;  // the pending text is white space
     bool isStrayText = false;  // the pending text stands where only elements may

@@ -10,6 +10,7 @@
 #include <libxslt/transform.h>
 #include <libxslt/xsltutils.h>
 
+#include <mutex>
 #include <unordered_map>
 #include <utility>
 
@@ -108,8 +109,31 @@ struct Stored {
     std::shared_ptr<const XmlTransform> transform;
 };
 
-std::unordered_map<std::string, Stored>& store() {
-    static std::unordered_map<std::string, Stored> stylesheets;
+/// The compiled stylesheets by path. Threads take turns.
+class Store {
+public:
+    std::shared_ptr<const XmlTransform> find(const std::string& key, const files::Stamp& stamp) {
+        const std::lock_guard lock(mutex_);
+        const auto known = stylesheets_.find(key);
+        return known != stylesheets_.end() && known->second.stamp == stamp ? known->second.transform
+                                                                           : nullptr;
+    }
+    void keep(const std::string& key, Stored stored) {
+        const std::lock_guard lock(mutex_);
+        stylesheets_.insert_or_assign(key, std::move(stored));
+    }
+    void clear() {
+        const std::lock_guard lock(mutex_);
+        stylesheets_.clear();
+    }
+
+private:
+    std::mutex mutex_;
+    std::unordered_map<std::string, Stored> stylesheets_;
+};
+
+Store& store() {
+    static Store stylesheets;
     return stylesheets;
 }
 
@@ -125,14 +149,13 @@ std::shared_ptr<const XmlTransform> XmlTransform::load(const std::filesystem::pa
     try {
         const std::string key = files::toText(std::filesystem::absolute(stylesheet));
         const files::Stamp stamp = files::stamp(stylesheet);
-        const auto known = store().find(key);
-        if (known != store().end() && known->second.stamp == stamp) {
-            return known->second.transform;
+        if (auto known = store().find(key, stamp)) {
+            return known;
         }
         const std::shared_ptr<XmlTransform> fresh(new XmlTransform);
         fresh->impl_->stylesheet = compile(stylesheet, reason);
         if (fresh->impl_->stylesheet) {
-            store().insert_or_assign(key, Stored{stamp, fresh});
+            store().keep(key, Stored{stamp, fresh});
             return fresh;
         }
     } catch (const std::exception& failure) {

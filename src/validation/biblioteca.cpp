@@ -56,24 +56,4 @@ std::string transformStream(const std::filesystem::path& arquivo, const std::fil
     });
 }
 
-std::string transformStream(const XmlDocument& documento, const std::filesystem::path& xsl,
-                            std::string& motivo) {
-    motivo.clear();
-    return guarded(nomeStream, std::string(), [&]() -> std::string {
-        if (documento.empty()) {
-            return {};
-        }
-        const auto folha = XmlTransform::load(xsl, motivo);
-        if (!folha) {
-            return {};
-        }
-        try {
-            return folha->apply(documento);
-        } catch (const Error& falha) {
-            motivo = falha.description();
-            throw;
-        }
-    });
-}
-
 } // namespace tv::biblioteca

@@ -4,10 +4,6 @@
 #include <string>
 #include <string_view>
 
-namespace tv {
-class XmlDocument;
-}
-
 /// Applies a stylesheet to a document: for the second stage of a validation, for the report and for the help.
 /// Failures are logged; the routines then give false or the empty text.
 namespace tv::biblioteca {
@@ -24,11 +20,5 @@ bool transformFile(const std::filesystem::path& arquivo, const std::filesystem::
 
 /// The result as text in UTF-8; empty when the name is blank or a load fails.
 std::string transformStream(const std::filesystem::path& arquivo, const std::filesystem::path& xsl);
-
-/// The same for a document that is loaded already; an empty document counts as a failed load. `motivo`
-/// receives why the stylesheet gave nothing (it does not load, or the transform failed), otherwise the empty
-/// text.
-std::string transformStream(const XmlDocument& documento, const std::filesystem::path& xsl,
-                            std::string& motivo);
 
 } // namespace tv::biblioteca

@@ -6,9 +6,10 @@
 #include "platform/Turns.h"
 #include "platform/XmlDocument.h"
 #include "platform/text.h"
+#include "validation/FormulaAoLado.h"
 #include "validation/RegrasEntreCampos.h"
-#include "validation/biblioteca.h"
 
+#include <optional>
 #include <utility>
 
 namespace tv {
@@ -41,14 +42,18 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
         boleto_ = boleto;
         std::shared_ptr<const Schema> schema = SchemaCache::get(files::fromPortable(boleto->getValidador()));
         resultados_ = std::make_shared<Resultados>();
+        std::optional<FormulaAoLado> formula;
+        if (boleto->hasFormula()) {
+            formula.emplace(arquivo, files::fromPortable(boleto->getFormula()));
+        }
         XmlReader leitor(std::move(schema));
         fimDocumento_ = false;
         proceed([&] { leitor.parse(arquivo, *this); });
         if (!fimDocumento_) {
             avisos_.emplace_back("A leitura do arquivo foi interrompida");
         }
-        if (boleto->hasFormula()) {
-            proceed([&] { segundoEstagio(arquivo); });
+        if (formula) {
+            proceed([&] { segundoEstagio(*formula); });
         }
     } catch (const std::exception& falha) {
         // The findings of the run before decide then: a caller that must know asks getAvisos.
@@ -141,15 +146,14 @@ void clsValidador::registraResultado(std::string_view titulo, std::string_view m
 
 // --- second stage: formula stylesheet and rules across fields
 
-void clsValidador::segundoEstagio(const std::filesystem::path& arquivo) {
+void clsValidador::segundoEstagio(FormulaAoLado& formula) {
     // Stylesheet and sums read one loaded document.
-    XmlDocument documento;
-    if (!documento.load(arquivo) && !malFormado_) {
+    const XmlDocument& documento = formula.documento();
+    if (documento.empty() && !malFormado_) {
         avisos_.push_back("A segunda etapa não pôde ler o arquivo: " + documento.parseError());
     }
     std::string motivo;
-    std::string xml =
-        biblioteca::transformStream(documento, files::fromPortable(boleto_->getFormula()), motivo);
+    std::string xml = formula.saida(motivo);
     if (!motivo.empty()) {
         avisos_.push_back("A folha de fórmulas não pôde ser aplicada: " + motivo);
     }

@@ -15,6 +15,7 @@
 
 namespace tv {
 
+class FormulaAoLado;
 class XmlDocument;
 class XmlNode;
 
@@ -25,7 +26,8 @@ using Resultados = std::vector<clsResultado>;
 ///
 /// The first stage parses the file with the layout's XSD, follows it with a stack of layout nodes and puts
 /// every field's text to the layout's rules. The second, for layouts with a formula, runs the layout's
-/// stylesheet and the rules across fields. One object serves many files; the key text of all of them piles up
+/// stylesheet and the rules across fields; the document's load and the stylesheet run beside the first stage,
+/// in a thread of their own. One object serves many files; the key text of all of them piles up
 /// in it.
 class clsValidador final : private XmlHandler {
 public:
@@ -59,7 +61,7 @@ private:
     void fatalError(const XmlFault& fault) override;
     void ignorableWarning(const XmlFault& fault) override;
 
-    void segundoEstagio(const std::filesystem::path& arquivo);
+    void segundoEstagio(FormulaAoLado& formula);
     void leResultadoFormula(std::string xml, const XmlDocument& documento);
     void registraItem(const XmlNode& item);
     void registraResultado(std::string_view titulo, std::string_view mensagem, std::int32_t codigo,

@@ -2,6 +2,7 @@
 #include "logging/LogFolder.h"
 #include "platform/Clock.h"
 #include "platform/XmlDocument.h"
+#include "validation/FormulaAoLado.h"
 
 #include <gtest/gtest.h>
 
@@ -162,27 +163,41 @@ TEST_F(BibliotecaTest, StylesheetThatChangedIsReadAgain) {
     EXPECT_EQ(biblioteca::transformStream(file("doc.xml"), file("ok.xsl")), "<outra-saida></outra-saida>\n");
 }
 
-// --- a document that is loaded already
+// --- beside the first stage
 
-TEST_F(BibliotecaTest, LoadedDocumentIsTransformedIntoText) {
-    XmlDocument carregado;
-    ASSERT_TRUE(carregado.load(file("doc.xml")));
+TEST_F(BibliotecaTest, FormulaGivesTheDocumentAndItsText) {
+    FormulaAoLado formula(file("doc.xml"), file("ok.xsl"));
     std::string motivo = "antes";
-    EXPECT_EQ(biblioteca::transformStream(carregado, file("ok.xsl"), motivo), "<saida>texto</saida>\n");
+    EXPECT_EQ(formula.saida(motivo), "<saida>texto</saida>\n");
     EXPECT_EQ(motivo, "");
+    EXPECT_FALSE(formula.documento().empty());
+    EXPECT_EQ(formula.saida(motivo), "<saida>texto</saida>\n") << "asked once more";
 }
 
 TEST_F(BibliotecaTest, ReasonTellsWhyTheStylesheetGaveNothing) {
-    XmlDocument carregado;
-    ASSERT_TRUE(carregado.load(file("doc.xml")));
     for (const char* xsl : {"falta.xsl", "torto.xsl", "falha.xsl"}) {
+        FormulaAoLado formula(file("doc.xml"), file(xsl));
         std::string motivo;
-        EXPECT_EQ(biblioteca::transformStream(carregado, file(xsl), motivo), "") << xsl;
+        EXPECT_EQ(formula.saida(motivo), "") << xsl;
         EXPECT_NE(motivo, "") << xsl;
+        EXPECT_FALSE(formula.documento().empty()) << xsl;
     }
-    std::string motivo;
-    EXPECT_EQ(biblioteca::transformStream(XmlDocument(), file("ok.xsl"), motivo), "");
-    EXPECT_EQ(motivo, "") << "a document that did not load is no fault of the stylesheet";
+    EXPECT_NE(log().find("FATAL  biblioteca.transformStream"), std::string::npos) << log();
+}
+
+TEST_F(BibliotecaTest, ADocumentThatDoesNotLoadIsNoFaultOfTheStylesheet) {
+    for (const char* nome : {"falta.xml", "torto.xml"}) {
+        FormulaAoLado formula(file(nome), file("ok.xsl"));
+        std::string motivo;
+        EXPECT_EQ(formula.saida(motivo), "") << nome;
+        EXPECT_EQ(motivo, "") << nome;
+        EXPECT_TRUE(formula.documento().empty()) << nome;
+        EXPECT_NE(formula.documento().parseError(), "") << nome;
+    }
+}
+
+TEST_F(BibliotecaTest, AFormulaThatNobodyAsksForIsDoneBeforeItGoes) {
+    const FormulaAoLado formula(file("doc.xml"), file("ok.xsl"));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "platform/Error.h"
 #include "platform/Files.h"
+#include "platform/Memory.h"
 
 #include <CLI/CLI.hpp>
 
@@ -240,6 +241,7 @@ int executa(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    tv::memory::shareHeap();
     // A reader that goes away is a failure to write, not the end of the program without a word.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     try {

@@ -132,6 +132,14 @@ bool hasCrowdedTag(std::string_view s) {
     return false;
 }
 
+/// Hands the bytes to the parser piece by piece: given at once, they would be copied and recoded as a whole.
+int readPiece(void* rest, char* into, int size) {
+    auto& left = *static_cast<std::string_view*>(rest);
+    const std::size_t taken = left.copy(into, static_cast<std::size_t>(size));
+    left.remove_prefix(taken);
+    return static_cast<int>(taken);
+}
+
 Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Purpose purpose, bool huge,
               Watch& watch) {
     const Parser parser(xmlNewParserCtxt());
@@ -147,8 +155,8 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Pur
                         (huge ? XML_PARSE_HUGE : 0) | (encoding != nullptr ? XML_PARSE_IGNORE_ENC : 0) |
                         (purpose == Purpose::Document ? XML_PARSE_NOBLANKS : 0) |
                         (purpose == Purpose::Stylesheet ? XML_PARSE_NOCDATA : 0);
-    Doc doc(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), url, encoding,
-                              options));
+    std::string_view rest = bytes;
+    Doc doc(xmlCtxtReadIO(parser.get(), readPiece, nullptr, &rest, url, encoding, options));
     const bool complete = parser->wellFormed == 1 && parser->nsWellFormed == 1 && parser->disableSAX == 0;
     return complete ? std::move(doc) : nullptr;
 }

@@ -32,6 +32,21 @@ void acrescentaPasta(const std::filesystem::path& pasta, std::vector<std::filesy
     std::sort(lista.begin() + primeiro, lista.end());
 }
 
+/// A row for a file of so many bytes.
+void acrescenta(RecordSet& registros, std::string_view caminho, std::uintmax_t bytes) {
+    const std::string nome(text::trim(caminho));
+    registros.AddNew();
+    registros.set(coluna::boleto, nome);
+    registros.set(coluna::arquivo, nome);
+    registros.set(coluna::tamanho, static_cast<double>(bytes) / bytesPorKB);
+    registros.set(coluna::tempo, std::string("00:00"));
+    registros.set(coluna::validou, false);
+    registros.set(coluna::isValid, false);
+    registros.set(coluna::isModified, false);
+    registros.set(coluna::isNew, true);
+    registros.Update();
+}
+
 } // namespace
 
 std::shared_ptr<RecordSet> criaRegistros() {
@@ -68,18 +83,18 @@ std::vector<std::string> novos(const RecordSet& registros, const std::vector<std
 }
 
 void adiciona(RecordSet& registros, std::string_view caminho) {
-    const auto bytes = static_cast<double>(files::stamp(std::filesystem::path(caminho)).size);
-    const std::string nome(text::trim(caminho));
-    registros.AddNew();
-    registros.set(coluna::boleto, nome);
-    registros.set(coluna::arquivo, nome);
-    registros.set(coluna::tamanho, bytes / bytesPorKB);
-    registros.set(coluna::tempo, std::string("00:00"));
-    registros.set(coluna::validou, false);
-    registros.set(coluna::isValid, false);
-    registros.set(coluna::isModified, false);
-    registros.set(coluna::isNew, true);
-    registros.Update();
+    acrescenta(registros, caminho, files::stamp(std::filesystem::path(caminho)).size);
+}
+
+void substitui(RecordSet& registros, std::string_view caminho) {
+    const auto linhas = registros.Clone();
+    for (; !linhas->EOF_(); linhas->MoveNext()) {
+        if (defaultText(linhas->get(coluna::arquivo)) == caminho) {
+            linhas->Delete();
+        }
+    }
+    const std::filesystem::path arquivo(caminho);
+    acrescenta(registros, caminho, files::exists(arquivo) ? files::stamp(arquivo).size : 0);
 }
 
 std::vector<std::filesystem::path> arquivosXml(const std::vector<std::filesystem::path>& soltos) {

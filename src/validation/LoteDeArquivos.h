@@ -43,6 +43,10 @@ std::vector<std::string> novos(const RecordSet& registros, const std::vector<std
 /// there, and then adds nothing.
 void adiciona(RecordSet& registros, std::string_view caminho);
 
+/// Adds a file in the place of the rows that hold its path, written the same way. It need not be there: it
+/// has no size then.
+void substitui(RecordSet& registros, std::string_view caminho);
+
 /// Of files and folders that were dropped: the XML files, and those that lie directly in the folders, by
 /// name.
 std::vector<std::filesystem::path> arquivosXml(const std::vector<std::filesystem::path>& soltos);

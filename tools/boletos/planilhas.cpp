@@ -63,15 +63,40 @@ bool dizARaiz(std::string_view caminho) {
     return tv::text::contains(caminho, "fundo") || tv::text::contains(caminho, "carteira");
 }
 
+// Where the document of a workbook will stand.
+std::string documentoDe(const std::filesystem::path& planilha) {
+    const std::string nome = planilha.string();
+    std::string documento = tv::clsPlanilhaExcel::caminhoXml(nome);
+    if (documento == nome || nome.find(';') != std::string::npos) {
+        recusa(tv::errc::invalidCall,
+               "O nome da planilha '" + nomeVisivel(planilha) + "' deve terminar em .xls e não conter ';'.");
+    }
+    if (tv::files::exists(documento)) {
+        recusa(tv::errc::fileExists, "O documento '" + nomeVisivel(documento) +
+                                         "' já existe; apague-o ou dê outro nome à planilha.");
+    }
+    return documento;
+}
+
+// The document's text goes with the object, before the document is read again.
+tv::RelatoPlanilha importa(const tv::clsBoleto& layout, const std::filesystem::path& arquivo) {
+    tv::clsPlanilhaExcel planilha;
+    planilha.tag = layout.getTag();
+    planilha.arquivo = arquivo.string();
+    planilha.ImportarPlanilha(planilha.arquivo);
+    return planilha.relato();
+}
+
 // What a reader of the document would stumble over.
-std::vector<std::string> defeitosDe(const std::string& documento, const tv::clsPlanilhaExcel& planilha) {
+std::vector<std::string> defeitosDe(const std::string& documento, const tv::clsBoleto& layout,
+                                    const tv::RelatoPlanilha& relato) {
     std::vector<std::string> defeitos;
-    if (tv::clsPlanilhaExcel::isAgrupado(planilha.tag) && !dizARaiz(planilha.arquivo)) {
+    if (tv::clsPlanilhaExcel::isAgrupado(layout.getTag()) && !dizARaiz(documento)) {
         defeitos.emplace_back(
             "O caminho da planilha não contém 'fundo' nem 'carteira'; o documento não tem nem um "
             "nem outro.");
     }
-    if (planilha.relato().tabelas == 0) {
+    if (relato.tabelas == 0) {
         defeitos.emplace_back("A planilha não tem nenhuma folha com o nome de uma seção do layout.");
     }
     tv::XmlDocument lido;
@@ -108,28 +133,16 @@ int exportar(const PedidoPlanilha& pedido) {
 int importar(const PedidoPlanilha& pedido) {
     const Catalogo catalogo(pedido.pasta);
     tv::aplicacao::setPasta(pedido.pasta);
-    tv::clsPlanilhaExcel planilha;
-    planilha.tag = catalogo.layout(pedido.layout)->getTag();
-    planilha.arquivo = pedido.arquivo.string();
+    const std::shared_ptr<const tv::clsBoleto> layout = catalogo.layout(pedido.layout);
     confereArquivo(pedido.arquivo);
-    const std::string documento = tv::clsPlanilhaExcel::caminhoXml(planilha.arquivo);
-    if (documento == planilha.arquivo || planilha.arquivo.find(';') != std::string::npos) {
-        recusa(tv::errc::invalidCall, "O nome da planilha '" + nomeVisivel(pedido.arquivo) +
-                                          "' deve terminar em .xls e não conter ';'.");
-    }
-    if (tv::files::exists(documento)) {
-        recusa(tv::errc::fileExists, "O documento '" + nomeVisivel(documento) +
-                                         "' já existe; apague-o ou dê outro nome à planilha.");
-    }
-    planilha.ImportarPlanilha(planilha.arquivo);
-
-    const tv::RelatoPlanilha& relato = planilha.relato();
+    const std::string documento = documentoDe(pedido.arquivo);
+    const tv::RelatoPlanilha relato = importa(*layout, pedido.arquivo);
     if (relato.falha) {
         avisa(pedido.arquivo, motivoDe(*relato.falha));
         return status::falha;
     }
     escreveCaminhos({documento});
-    const std::vector<std::string> defeitos = defeitosDe(documento, planilha);
+    const std::vector<std::string> defeitos = defeitosDe(documento, *layout, relato);
     for (const std::string& defeito : defeitos) {
         avisa(documento, defeito);
     }

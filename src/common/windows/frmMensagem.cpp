@@ -177,6 +177,20 @@ void frmMensagem::destroy() {
     hide();
 }
 
+/// What nobody sees has nothing to tell.
+void frmMensagem::abandona(std::unique_ptr<frmMensagem> janela) {
+    if (!janela || !janela->isVisible() || !mdiMain::existe()) {
+        return;
+    }
+    frmMensagem* const aberta = janela.release(); // its own from here on
+    aberta->encerrada_ = true;
+    aberta->setAttribute(Qt::WA_DeleteOnClose);
+    connect(&mdiMain::instancia(), &QObject::destroyed, aberta, [aberta] { delete aberta; });
+    aberta->setWindowFlag(Qt::WindowSystemMenuHint);
+    aberta->setWindowFlag(Qt::WindowCloseButtonHint);
+    aberta->show(); // a change of the frame hides it
+}
+
 /// The window goes with its operation, not with a key of the window manager.
 void frmMensagem::closeEvent(QCloseEvent* evento) {
     evento->setAccepted(encerrada_);

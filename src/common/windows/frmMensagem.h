@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <memory>
 
 class QCloseEvent;
 class QLabel;
@@ -39,6 +40,8 @@ public:
     int Value() const;
     /// Closes the window for good: later calls still count but show nothing.
     void destroy();
+    /// Leaves the window of an operation that has failed open. Its user closes it, or the main window's end.
+    static void abandona(std::unique_ptr<frmMensagem> janela);
 
 protected:
     void closeEvent(QCloseEvent* evento) override;

@@ -26,11 +26,6 @@ namespace {
 
 using mensagem::Icone;
 
-/// A member that the object does not offer.
-[[noreturn]] void naoOferece(const char* rotina) {
-    throw Error(errc::memberNotOffered, rotina, "O objeto não oferece este membro");
-}
-
 } // namespace
 
 frmTramador::frmTramador()
@@ -66,6 +61,7 @@ void frmTramador::abrir(const std::shared_ptr<const clsBoleto>& boleto) {
         historico_.limpa();
         removeGrades();
         documento_.abrir(boleto);
+        lugar_ = documento_.arvore.chaveSelecionada();
         documento_.estado.btnAdicionar = true; // as the new tool bar has them
         documento_.estado.btnRemover = true;
         aberto_ = true;
@@ -92,12 +88,7 @@ bool frmTramador::podeFechar() {
         return true;
     }
     terminaEdicao();
-    if (documento_.estado.salvo ||
-        !mensagem::pergunta(QStringLiteral("Deseja salvar o boleto?"), Icone::Pergunta)) {
-        return true;
-    }
-    salvarBoleto();
-    return documento_.estado.salvo; // what was to be saved and was not stays on the screen
+    return documento_.estado.salvo || perguntaSeSalva();
 }
 
 void frmTramador::aoDescarregar() {
@@ -161,14 +152,6 @@ void frmTramador::btnFechar() {
     }
 }
 
-void frmTramador::exportarExcel() {
-    guarded("frmTramador.exportarExcel", [] { naoOferece("frmTramador.exportarExcel"); });
-}
-
-void frmTramador::importarExcel() {
-    guarded("frmTramador.importarExcel", [] { naoOferece("frmTramador.importarExcel"); });
-}
-
 // --- the tree
 
 void frmTramador::treeFundos_Click(const QString& chave) {
@@ -194,6 +177,7 @@ void frmTramador::treeFundos_Click(const QString& chave) {
             formatGrid(grade);
         }
         poeNoTopo(*clique.grade);
+        lugar_ = paraUtf8(chave);
     });
 }
 

@@ -140,13 +140,19 @@ private:
     void linhaAtivada(GradeDaTela& grade, int linha);
     void terminaPendente(GradeDaTela& grade, bool avisaDepois);
     void terminaLinhas(GradeDaTela& grade, const std::vector<std::size_t>& linhas, bool avisaDepois);
+    static void ativa(const GradeDaTela& grade, std::size_t linha);
     void avisa(const QString& mensagem, bool depois);
     bool antesDeRemover(GradeDaTela& grade, const std::vector<int>& linhas);
     void linhasRemovidas(const GradeDaTela& grade);
-    void aplica(const PassoDeEdicao& passo, bool depois);
+
+    // Edits taken back and made again.
+    void registra(PassoDeEdicao passo);
+    void aplica(bool refaz);
+    bool vaiPara(const PassoDeEdicao& passo);
+    void desvinculaCheias(const PassoDeEdicao& passo);
 
     // Documents.
-    void perguntaSeSalva();
+    bool perguntaSeSalva();
     QString escolheArquivo(const QString& caminho);
     void abreArquivo(const QString& nome);
     bool aceitaParaAbrir(const QString& nome);
@@ -157,13 +163,19 @@ private:
     void mostraResultado(const std::shared_ptr<const Resultados>& resultados);
     QString tituloDoResultado() const;
 
+    // Workbooks.
+    void exportarPlanilha(const QString& arquivo);
+    void importarPlanilha(const QString& caminho);
+
     Documento documento_;
     RegrasLinha regras_{documento_};
     HistoricoEdicao historico_;
+    std::string lugar_;     ///< Key of the node that shows the grid on top as it is; empty without one.
+    PassoDeEdicao remocao_; ///< The deletion under way.
     std::shared_ptr<const Resultados> resultados_;
     std::vector<std::unique_ptr<GradeDaTela>> grades_;
     std::unordered_map<const GradeSecao*, GradeDaTela*> porSecao_;
-    std::vector<GradeDaTela*> desvinculadas_; ///< Detail grids without rows while masters are deleted.
+    std::vector<GradeDaTela*> desvinculadas_; ///< Grids without rows while very many of theirs change.
     bool aberto_ = false;                     ///< There is a document.
 
     QToolBar* toolbar_ = nullptr;

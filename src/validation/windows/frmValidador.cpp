@@ -48,11 +48,6 @@ bool trazArquivos(const QMimeData& dados) {
     return std::any_of(enderecos.begin(), enderecos.end(), [](const QUrl& u) { return u.isLocalFile(); });
 }
 
-/// A member that the object does not offer.
-[[noreturn]] void naoOferece(const char* rotina) {
-    throw Error(errc::memberNotOffered, rotina, "O objeto não oferece este membro");
-}
-
 } // namespace
 
 frmValidador::frmValidador()
@@ -107,7 +102,7 @@ void frmValidador::toolbar_ButtonClick(const QString& chave) {
         {QStringLiteral("btnParar"), &frmValidador::btnParar},
         {QStringLiteral("btnResultado"), &frmValidador::btnResultado},
         {QStringLiteral("btnPlanilha"), &frmValidador::btnPlanilha},
-        {QStringLiteral("btnImportarPlanilha"), &frmValidador::importarPlanilha},
+        {QStringLiteral("btnImportarPlanilha"), &frmValidador::btnImportarPlanilha},
         {QStringLiteral("btnFechar"), &frmValidador::closeWindow},
     };
     const auto acao = acoes.find(chave);
@@ -127,54 +122,32 @@ void frmValidador::btnValidar() {
 }
 
 void frmValidador::btnResultado() {
-    const int linha = linhaPedida();
-    switch (reacao(linha)) {
-    case lote::Reacao::DizValido:
-        dizValido();
-        break;
-    case lote::Reacao::Abre:
+    comAchados([this](int linha) {
         abrirValidador(resultados(linha), modelo().texto(linha, lote::coluna::boleto));
-        break;
-    case lote::Reacao::Nenhuma:
-        break;
-    }
+    });
 }
 
 void frmValidador::btnEditar() {
-    const int linha = linhaPedida();
-    switch (reacao(linha)) {
-    case lote::Reacao::DizValido:
-        dizValido();
-        break;
-    case lote::Reacao::Abre:
+    comAchados([this](int linha) {
         abrirEditor(resultados(linha), modelo().texto(linha, lote::coluna::boleto));
         modelo().setValor(linha, lote::coluna::status, std::string());
         modelo().setImagem(linha, lote::coluna::status, {});
+    });
+}
+
+/// Opens something for the row asked for when it holds findings; tells of a file that passed.
+void frmValidador::comAchados(const std::function<void(int)>& abre) {
+    const int linha = linhaPedida();
+    switch (reacao(linha)) {
+    case lote::Reacao::DizValido:
+        mensagem::mostra(QStringLiteral("O Boleto selecionado é válido."), Icone::Informacao);
+        break;
+    case lote::Reacao::Abre:
+        abre(linha);
         break;
     case lote::Reacao::Nenhuma:
         break;
     }
-}
-
-void frmValidador::btnPlanilha() {
-    const int linha = linhaPedida();
-    if (linha < 0 || !marcado(linha, lote::coluna::validou)) {
-        return;
-    }
-    if (marcado(linha, lote::coluna::isValid)) {
-        exportarPlanilha();
-        return;
-    }
-    botao(QStringLiteral("btnPlanilha")).setEnabled(false);
-    mensagem::mostra(QStringLiteral("Este arquivo não é válido para exportação!"), Icone::Exclamacao);
-}
-
-void frmValidador::exportarPlanilha() {
-    guarded("frmValidador.exportarPlanilha", [] { naoOferece("frmValidador.exportarPlanilha"); });
-}
-
-void frmValidador::importarPlanilha() {
-    guarded("frmValidador.importarPlanilha", [] { naoOferece("frmValidador.importarPlanilha"); });
 }
 
 // --- results
@@ -202,10 +175,6 @@ lote::Reacao frmValidador::reacao(int linha) const {
 
 std::shared_ptr<const Resultados> frmValidador::resultados(int linha) const {
     return modelo().marca(linha).value<std::shared_ptr<const Resultados>>();
-}
-
-void frmValidador::dizValido() {
-    mensagem::mostra(QStringLiteral("O Boleto selecionado é válido."), Icone::Informacao);
 }
 
 void frmValidador::abrirValidador(const std::shared_ptr<const Resultados>& resultados,

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -76,11 +77,16 @@ private:
     void btnParar() { continuar_ = false; }
     void btnResultado();
     void btnPlanilha();
-    void exportarPlanilha();
-    void importarPlanilha();
+    void btnImportarPlanilha();
     void ativaResultado();
 
     void adiciona(const QStringList& caminhos);
+
+    // Workbooks.
+    void exportarPlanilha(const QString& caminho);
+    bool exportaArquivos(const QString& caminho);
+    void importarPlanilha(const QString& caminho);
+    void adicionarArquivo(const QString& caminho);
 
     // The run.
     using Viva = QPointer<frmValidador>;
@@ -99,7 +105,7 @@ private:
     int linhaPedida();
     bool marcado(int linha, std::string_view coluna) const;
     lote::Reacao reacao(int linha) const;
-    void dizValido();
+    void comAchados(const std::function<void(int)>& abre);
     std::shared_ptr<const Resultados> resultados(int linha) const;
     void abrirValidador(const std::shared_ptr<const Resultados>& resultados, const QString& arquivo);
     void abrirEditor(const std::shared_ptr<const Resultados>& resultados, const QString& arquivo);

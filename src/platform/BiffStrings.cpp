@@ -39,7 +39,7 @@ void eachUnit(std::string_view utf8, std::size_t limit, Visit visit) {
 Characters charactersOf(std::string_view utf8, std::size_t limit) {
     Characters result;
     eachUnit(utf8, limit, [&](char16_t unit) { result.wide = result.wide || unit > 0xFF; });
-    result.bytes.reserve(std::min(utf8.size(), limit) * (result.wide ? 2 : 1));
+    result.bytes.reserve(utf8.size() * (result.wide ? 2 : 1));
     eachUnit(utf8, limit, [&](char16_t unit) {
         if (result.wide) {
             bytes::put16(result.bytes, unit);

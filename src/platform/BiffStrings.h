@@ -14,6 +14,8 @@ struct Characters {
     std::size_t count() const noexcept { return wide ? bytes.size() / 2 : bytes.size(); }
 };
 
+inline constexpr std::size_t anyLength = static_cast<std::size_t>(-1);
+
 /// Turns UTF-8 to characters, at most `limit` of them; broken bytes become U+FFFD.
 Characters charactersOf(std::string_view utf8, std::size_t limit);
 

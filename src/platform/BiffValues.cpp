@@ -14,7 +14,7 @@ namespace {
 using std::chrono::days;
 using std::chrono::sys_days;
 
-constexpr double secondsADay = 86400;
+constexpr int secondsADay = 86400;
 
 char lowerAscii(char c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -70,6 +70,22 @@ std::size_t behindBrackets(std::string_view code, std::size_t at, Letters& seen)
     return end + 1;
 }
 
+/// Programs that know truth values as numbers alone show them so: "TRUE";"TRUE";"FALSE".
+bool isTruth(std::string_view code) noexcept {
+    const std::size_t first = code.find(';');
+    const std::size_t second = first == std::string_view::npos ? first : code.find(';', first + 1);
+    if (second == std::string_view::npos) {
+        return false;
+    }
+    const auto isWord = [](std::string_view part) {
+        return part.size() > 2 && part.front() == '"' && part.find('"', 1) == part.size() - 1;
+    };
+    const std::string_view positive = code.substr(0, first);
+    const std::string_view zero = code.substr(second + 1);
+    return isWord(positive) && positive == code.substr(first + 1, second - first - 1) && isWord(zero) &&
+           zero != positive;
+}
+
 std::string dateText(sys_days day) {
     const std::chrono::year_month_day parts(day);
     std::array<char, 40> text{};
@@ -79,9 +95,9 @@ std::string dateText(sys_days day) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
-std::string timeText(long seconds) {
+std::string timeText(long long seconds) {
     std::array<char, 40> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%02ld%02ld%02ld", seconds / 3600,
+    const int length = std::snprintf(text.data(), text.size(), "%02lld%02lld%02lld", seconds / 3600,
                                      seconds / 60 % 60, seconds % 60);
     return {text.data(), static_cast<std::size_t>(length)};
 }
@@ -94,13 +110,15 @@ sys_days dayOf(long count, bool from1904) {
     if (from1904) {
         return sys_days{year{1904} / January / 1} + days{count};
     }
-    return sys_days{year{1899} / December / 30} +
-           days{count + (count < falseLeapDay ? 1 : 0) - (count == falseLeapDay ? 1 : 0)};
+    return sys_days{year{1899} / December / 30} + days{count + (count < falseLeapDay ? 1 : 0)};
 }
 
 } // namespace
 
 Meaning meaningOf(std::string_view code) noexcept {
+    if (isTruth(code)) {
+        return Meaning::Truth;
+    }
     Letters seen;
     for (std::size_t at = 0; at < code.size() && code[at] != ';';) {
         switch (code[at]) {
@@ -173,21 +191,19 @@ std::string numberText(double value) {
 }
 
 std::string valueText(double value, Meaning meaning, bool from1904) {
+    if (meaning == Meaning::Truth) {
+        return value != 0 ? "S" : "N";
+    }
     constexpr double endOf9999 = 2958466;
     if (meaning == Meaning::Number || !(value >= 0) || value >= endOf9999 - (from1904 ? 1462 : 0)) {
         return numberText(value);
     }
-    const auto seconds = std::llround(value * secondsADay);
-    const auto secondsOfDay = static_cast<long>(seconds % 86400);
-    const auto count = static_cast<long>(seconds / 86400);
-    const bool timeOnly = count == 0 && (meaning == Meaning::Time || !from1904);
-    if (timeOnly) {
-        return timeText(secondsOfDay);
-    }
+    const long long seconds = std::llround(value * secondsADay); // what the programs show
     if (meaning == Meaning::Time) {
-        return timeText(static_cast<long>(seconds)); // a length of time of more than a day
+        return timeText(seconds);
     }
-    return dateText(dayOf(count, from1904));
+    const auto day = static_cast<long>(seconds / secondsADay);
+    return day == 0 && !from1904 ? numberText(value) : dateText(dayOf(day, from1904));
 }
 
 double shortNumber(std::uint32_t bits) noexcept {

@@ -199,7 +199,7 @@ std::size_t putBoundSheet(std::string& to, std::string_view name) {
     std::string body;
     put32(body, 0); // where it starts, known later
     put16(body, 0); // a visible sheet of cells
-    putShortString(body, name, workbook::maxNameLength);
+    putShortString(body, name, 255);
     const std::size_t place = to.size() + 4;
     put(to, Kind::BoundSheet, body);
     return place;

@@ -11,12 +11,11 @@ namespace tv::bytes {
 
 template<typename Unsigned>
 Unsigned get(std::string_view from, std::size_t at) noexcept {
-    Unsigned value = 0;
+    std::uint64_t value = 0;
     for (std::size_t i = sizeof(Unsigned); i > 0; --i) {
-        value = static_cast<Unsigned>((sizeof(Unsigned) > 1 ? value << 8U : 0U) |
-                                      static_cast<unsigned char>(from[at + i - 1]));
+        value = value << 8U | static_cast<unsigned char>(from[at + i - 1]);
     }
-    return value;
+    return static_cast<Unsigned>(value);
 }
 
 /// The number that starts at `at`; all its bytes must lie inside of the text.

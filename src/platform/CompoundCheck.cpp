@@ -22,6 +22,7 @@ constexpr std::size_t headerSectors = 109; // of the table of sectors that the h
 constexpr Sector endOfChain = 0xFFFFFFFE;
 constexpr Sector lastSector = 0xFFFFFFF9; // higher numbers have meanings of their own
 constexpr std::size_t entrySize = 128;
+constexpr std::size_t maxEntries = 10'000; // they make a tree, whose depth is bounded so
 
 [[noreturn]] void fail(const char* reason) {
     throw Error(errc::workbookFailure, "Workbook", reason);
@@ -53,6 +54,9 @@ public:
     void run() {
         readSectorTable();
         const std::string directory = contentOf(get32(file_, 48));
+        if (directory.size() > maxEntries * entrySize) {
+            corrupt();
+        }
         readSmallTable(directory);
         for (std::size_t at = 0; at + entrySize <= directory.size(); at += entrySize) {
             const std::string_view entry = std::string_view(directory).substr(at, entrySize);

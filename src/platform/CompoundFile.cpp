@@ -44,7 +44,7 @@ GsfOutput* asOutput(GsfOutfile* file) noexcept {
 
 } // namespace
 
-std::string pack(std::string_view stream) {
+std::string pack(std::string stream) {
     start();
     const Held<GsfOutput> memory(gsf_output_memory_new());
     const Held<GsfOutfile> file(gsf_outfile_msole_new(memory.get()));
@@ -55,6 +55,7 @@ std::string pack(std::string_view stream) {
     if (!good) {
         fail("A planilha não coube no arquivo");
     }
+    stream = {};
     const guint8* bytes = gsf_output_memory_get_bytes(reinterpret_cast<GsfOutputMemory*>(memory.get()));
     return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(gsf_output_size(memory.get()))};
 }

@@ -7,7 +7,7 @@
 namespace tv::compound {
 
 /// A compound file whose one stream, "Workbook", holds these bytes.
-std::string pack(std::string_view stream);
+std::string pack(std::string stream);
 
 /// The bytes of the stream "Workbook" of a compound file. Foreign bytes are checked before anything follows
 /// their chains. Throws Error `workbookFailure`; its description tells what is wrong and names no file.

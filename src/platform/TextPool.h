@@ -27,13 +27,14 @@ public:
 private:
     std::string_view keep(std::string_view text);
     void grow();
-    std::size_t placeOf(std::string_view text) const noexcept;
+    std::size_t placeOf(std::string_view text, std::uint32_t hash) const noexcept;
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* free_ = nullptr; // in the last block
     std::size_t left_ = 0;
     std::vector<std::string_view> texts_;
-    std::vector<TextId> places_; // open addressing; as long as a power of two, at most half full
+    std::vector<std::uint32_t> hashes_; // in step with texts_
+    std::vector<TextId> places_;        // open addressing; as long as a power of two, at most half full
 };
 
 } // namespace tv::workbook

@@ -1,6 +1,7 @@
 #include "platform/Workbook.h"
 
 #include "platform/BiffReader.h"
+#include "platform/BiffStrings.h"
 #include "platform/BiffWriter.h"
 #include "platform/CompoundFile.h"
 #include "platform/Files.h"
@@ -9,6 +10,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -44,15 +46,18 @@ Sheets load(const fs::path& path) {
 
 /// Finds out now whether the file can be made later, and leaves nothing behind.
 void tryToCreate(const fs::path& path) {
-    if (!fs::is_symlink(path)) {
+    std::error_code ignored;
+    if (!fs::is_symlink(path, ignored)) {
         files::writeAll(path, "");
         files::remove(path);
     }
 }
 
 void checkTableName(std::string_view name) {
-    if (text::length(name) > workbook::maxNameLength ||
-        name.find_first_of("[]:*?/\\") != std::string_view::npos) {
+    const bool length = biff::charactersOf(name, biff::anyLength).count() <= workbook::maxNameLength;
+    const bool signs = name.find_first_of("[]:*?/\\") == std::string_view::npos && !name.starts_with('\'') &&
+                       !name.ends_with('\'');
+    if (!length || !signs) {
         fail(errc::workbookFailure, "Nome inválido para uma planilha: " + std::string(name));
     }
 }
@@ -166,7 +171,9 @@ void Workbook::Impl::close() {
     if (!std::exchange(open, false) || !changed) {
         return;
     }
-    files::replaceWhole(path, compound::pack(biff::write(sheets)));
+    std::string stream = biff::write(sheets);
+    sheets = {}; // what comes now takes as much room again
+    files::replaceWhole(path, compound::pack(std::move(stream)));
 }
 
 Workbook::Workbook(fs::path path)

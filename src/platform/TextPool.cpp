@@ -5,6 +5,14 @@
 #include <functional>
 
 namespace tv::workbook {
+namespace {
+
+std::uint32_t hashOf(std::string_view text) noexcept {
+    const std::uint64_t wide = std::hash<std::string_view>{}(text);
+    return static_cast<std::uint32_t>(wide ^ wide >> 32U);
+}
+
+} // namespace
 
 TextId TextPool::add(std::string_view text) {
     if (text.empty()) {
@@ -13,29 +21,31 @@ TextId TextPool::add(std::string_view text) {
     if (2 * texts_.size() >= places_.size()) {
         grow();
     }
-    TextId& place = places_[placeOf(text)];
-    if (place == noText) {
-        texts_.push_back(keep(text));
-        place = size();
-    }
-    return place;
-}
-
-/// Where the text stands, or the free place that it is to have.
-std::size_t TextPool::placeOf(std::string_view text) const noexcept {
+    const std::uint32_t hash = hashOf(text);
     const std::size_t mask = places_.size() - 1;
-    std::size_t at = std::hash<std::string_view>{}(text)&mask;
-    while (places_[at] != noText && texts_[places_[at] - 1] != text) {
-        at = (at + 1) & mask;
+    std::size_t at = hash & mask;
+    for (; places_[at] != noText; at = (at + 1) & mask) {
+        const TextId id = places_[at];
+        if (hashes_[id - 1] == hash && texts_[id - 1] == text) {
+            return id;
+        }
     }
-    return at;
+    texts_.push_back(keep(text));
+    hashes_.push_back(hash);
+    places_[at] = size();
+    return size();
 }
 
 void TextPool::grow() {
     constexpr std::size_t smallest = 64;
     places_.assign(std::max(smallest, 2 * places_.size()), noText);
+    const std::size_t mask = places_.size() - 1;
     for (TextId id = 1; id <= size(); ++id) {
-        places_[placeOf(texts_[id - 1])] = id;
+        std::size_t at = hashes_[id - 1] & mask;
+        while (places_[at] != noText) {
+            at = (at + 1) & mask;
+        }
+        places_[at] = id;
     }
 }
 

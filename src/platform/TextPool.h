@@ -27,7 +27,6 @@ public:
 private:
     std::string_view keep(std::string_view text);
     void grow();
-    std::size_t placeOf(std::string_view text, std::uint32_t hash) const noexcept;
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* free_ = nullptr; // in the last block

@@ -162,15 +162,12 @@ bool PilhaDesfazer::juntaAoGrupo(const MudancaTexto& mudanca, Instante agora) {
 }
 
 void PilhaDesfazer::limita() {
-    const auto tiraPrimeiro = [this] {
+    const bool emDois = undoStack.size() > 2 && undoStack[undoStack.size() - 2].parcial;
+    const std::size_t ultimoPasso = emDois ? 3 : 2;
+    const auto demais = [this] { return undoStack.size() > maxEstados_ || unidades_ > maxUnidades_; };
+    while (undoStack.size() > ultimoPasso && (demais() || undoStack.front().parcial)) {
         unidades_ -= std::min(unidades_, undoStack.front().custo);
         undoStack.pop_front();
-    };
-    while (undoStack.size() > 1 && (undoStack.size() > maxEstados_ || unidades_ > maxUnidades_)) {
-        tiraPrimeiro();
-    }
-    while (undoStack.size() > 1 && undoStack.front().parcial) {
-        tiraPrimeiro();
     }
 }
 

@@ -36,7 +36,8 @@ struct EstadoTexto : UndoElement {
 ///
 /// Typing is taken together by words, runs of deletions into one; a pause, another place, a line end or a
 /// paste starts a new state. A replacement is two states that belong together. The oldest states go when
-/// there are too many, or when they have brought in too much text.
+/// there are too many, or when they have brought in too much text; what the user did last can always be
+/// undone.
 class PilhaDesfazer {
 public:
     using Instante = std::chrono::milliseconds;

@@ -15,7 +15,7 @@ SelecaoTexto selecaoDoAchado(std::int32_t inicioDaLinha, std::int32_t coluna, st
     }
     const std::int64_t inicio = std::int64_t{inicioDaLinha} + coluna - tamanho - 1;
     if (inicio <= 0) {
-        return {1, 0};
+        return {1, 0, false};
     }
     return {text::toInt32(static_cast<double>(inicio)), tamanho};
 }

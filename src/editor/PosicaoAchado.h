@@ -9,6 +9,7 @@ namespace tv {
 struct SelecaoTexto {
     std::int32_t SelStart = 0;
     std::int32_t SelLength = 0;
+    bool temLugar = true; ///< False where the caret only stands in for a place that the text cannot have.
     bool operator==(const SelecaoTexto&) const = default;
 };
 

@@ -192,15 +192,28 @@ TEST(PilhaDesfazer, TheOldestStatesGoWhenTheyHoldTooMuchText) {
     }
     EXPECT_EQ(pilha.undoStack.size(), 2U);
     pilha.registra({0, 0, std::u16string(4000, u'x')}, 0ms);
-    ASSERT_EQ(pilha.undoStack.size(), 1U); // the present state stays, whatever it holds
+    ASSERT_EQ(pilha.undoStack.size(), 2U); // the last step stays, whatever it holds
     EXPECT_EQ(pilha.undoStack.back().TextLen, 4400);
+    EXPECT_EQ(pilha.undoStack.front().TextLen, 400);
+}
+
+TEST(PilhaDesfazer, AReplacementOfALargeTextCanBeUndone) {
+    PilhaDesfazer pilha(5000, 100);
+    pilha.inicia(Texto(std::u16string(1000, u'a')));
+    pilha.registra({1000, 0, u"um"}, 0ms);
+    pilha.registra({0, 1000, std::u16string(1000, u'b')}, 0ms);
+    ASSERT_EQ(pilha.undoStack.size(), 3U);
+    EXPECT_EQ(pilha.undoStack.front().Text, Texto(std::u16string(1000, u'a') + u"um"));
+    EXPECT_TRUE(pilha.undoStack[1].parcial);
 }
 
 TEST(PilhaDesfazer, HalfAReplacementIsNeverTheOldestState) {
     PilhaDesfazer pilha(2);
     pilha.inicia(Texto(u"abc"));
     pilha.registra({0, 1, u"xy"}, 0ms);
-    ASSERT_EQ(pilha.undoStack.size(), 1U);
+    ASSERT_EQ(pilha.undoStack.size(), 3U);
+    pilha.registra({4, 0, u"colado"}, 0ms);
+    ASSERT_EQ(pilha.undoStack.size(), 2U);
     EXPECT_EQ(pilha.undoStack.front().Text, Texto(u"xybc"));
 }
 

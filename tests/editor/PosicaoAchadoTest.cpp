@@ -54,10 +54,15 @@ TEST_P(SelecaoDoAchado, EndsRightBeforeTheColumn) {
 }
 
 const std::vector<Caso> casos{
-    {"SomeLine", 100, 10, 4, {105, 4}},       {"FirstLine", 0, 10, 4, {5, 4}},
-    {"NoValue", 100, 1, 0, {100, 0}},         {"LongValueAtTheVeryStart", 0, 1, 12, {1, 0}},
-    {"ValueAtTheVeryStart", 0, 5, 4, {1, 0}}, {"NoValueAtTheVeryStart", 0, 1, 0, {1, 0}},
-    {"SecondUnit", 0, 6, 4, {1, 4}},          {"ValueOfSeveralLines", 100, 3, 20, {82, 20}},
+    {"SomeLine", 100, 10, 4, {105, 4}},
+    {"FirstLine", 0, 10, 4, {5, 4}},
+    {"NoValue", 100, 1, 0, {100, 0}},
+    {"LongValueAtTheVeryStart", 0, 1, 12, {1, 0, false}},
+    {"ValueAtTheVeryStart", 0, 5, 4, {1, 0, false}},
+    {"NoValueAtTheVeryStart", 0, 1, 0, {1, 0, false}},
+    {"SecondUnit", 0, 6, 4, {1, 4}},
+    {"NoValueAtTheSecondUnit", 0, 2, 0, {1, 0}},
+    {"ValueOfSeveralLines", 100, 3, 20, {82, 20}},
     {"ColumnZero", 100, 0, 2, {97, 2}},
 };
 

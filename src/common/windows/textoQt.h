@@ -17,6 +17,9 @@ inline std::string paraUtf8(const QString& texto) {
     return texto.toStdString();
 }
 
+/// Without the blanks (U+0020 only) at both ends.
+QString semBlancos(const QString& texto);
+
 /// Paths are bytes of the file system on this side and text on the other.
 QString caminhoQt(const std::filesystem::path& caminho);
 std::filesystem::path paraCaminho(const QString& caminho);

@@ -122,12 +122,14 @@ void frmEditor::grid_AfterRowActivate() {
         };
         const LugarTexto lugar =
             quebrasDosAchados_.lugar({numeroInicial(celula("linha")), numeroInicial(celula("coluna"))});
-        const QString valor = paraQt(text::trim(celula("valor")));
+        const QString valor = semBlancos(grade().modelo().texto(ativa, "valor"));
         const SelecaoTexto selecao = selecaoDoAchado(txtXML_->inicioDaLinha(lugar.linha - 1), lugar.coluna,
                                                      static_cast<std::int32_t>(valor.size()));
         txtXML_->seleciona(selecao.SelStart, selecao.SelLength);
         txtXML_->centerCursor();
-        proceed([this] { txtXML_->setFocus(); });
+        if (selecao.temLugar) {
+            proceed([this] { txtXML_->setFocus(); });
+        }
     });
 }
 

@@ -34,10 +34,10 @@ std::string valorParaJulgar(const GradeSecao& grade, std::size_t linha, const cl
     return valor;
 }
 
-/// The field whose value titles a row of `secao` in the tree.
-const clsCampo& campoDoTitulo(const SectionOwner& owner) {
+/// The key field of a section, or that of its master. `soDoMestre` leaves the first out.
+const clsCampo& campoDoTitulo(const SectionOwner& owner, bool soDoMestre) {
     const auto* secao = dynamic_cast<const clsSecao*>(&owner);
-    if (secao != nullptr && secao->getCampoChave() != nullptr) {
+    if (!soDoMestre && secao != nullptr && secao->getCampoChave() != nullptr) {
         return *secao->getCampoChave();
     }
     const auto& mestre = owner.getSecaoMestre();
@@ -169,7 +169,7 @@ void RegrasLinha::incluiNaArvore(const GradeSecao& grade, std::size_t linha, con
     }
     const std::int32_t rowID = getRowID(grade, linha);
     const SectionOwner& obj = isMestre ? noAtual : secao;
-    const clsCampo& campo = campoDoTitulo(obj);
+    const clsCampo& campo = campoDoTitulo(obj, isMestre && grade.tag != noAtual.getTag());
     const std::string titulo =
         format::format(celula(grade, linha, campo.getTag()), campo.getColuna().getMaskDisplay());
     if (documento_.arvoreVisivel()) {
@@ -189,6 +189,30 @@ void RegrasLinha::grid_BeforeRowsDeleted(const GradeSecao& grade, const std::vec
         estado.apagando = true;
         estado.salvo = false;
     });
+}
+
+std::vector<LinhaGuardada> RegrasLinha::linhasQueSaem(const GradeSecao& grade,
+                                                      const std::vector<std::size_t>& linhas) const {
+    std::vector<LinhaGuardada> saem;
+    const auto guarda = [&saem](const std::string& chave, const RecordSet& dados, std::size_t linha) {
+        saem.push_back({chave, linha, dados.values(linha)});
+    };
+    for (const std::size_t linha : linhas) {
+        guarda(grade.chave, *grade.dados, linha);
+    }
+    if (!grade.secao->isSecaoMestre()) {
+        return saem;
+    }
+    for (const GradeSecao* detalhe : gradesDeDetalhe(grade)) {
+        const std::unique_ptr<RecordSet> dados = detalhe->dados->Clone();
+        for (const std::string& rowID : documento_.estado.linhasApagadas) {
+            dados->Filter("rowMaster = " + rowID);
+            for (const std::size_t linha : dados->rows()) {
+                guarda(detalhe->chave, *dados, linha);
+            }
+        }
+    }
+    return saem;
 }
 
 std::vector<GradeSecao*> RegrasLinha::grid_AfterRowsDeleted(const GradeSecao& grade) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composer/Documento.h"
+#include "composer/HistoricoEdicao.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -43,6 +44,10 @@ public:
     Validacao grid_AfterRowUpdate(const GradeSecao& grade, std::size_t linha);
     /// These rows are about to be deleted: the `rowID`s of masters are kept for their details.
     void grid_BeforeRowsDeleted(const GradeSecao& grade, const std::vector<std::size_t>& linhas);
+    /// What will go with that deletion, rows with their values: the rows themselves and the details of
+    /// masters. To be asked between the two.
+    std::vector<LinhaGuardada> linhasQueSaem(const GradeSecao& grade,
+                                             const std::vector<std::size_t>& linhas) const;
     /// The rows are gone. The details of deleted masters go too, in the detail grids under the same top
     /// section; gives those grids, which show all their rows again and are to be formatted anew.
     std::vector<GradeSecao*> grid_AfterRowsDeleted(const GradeSecao& grade);

@@ -101,6 +101,25 @@ void RecordSet::Rows::remove(std::size_t row) {
     cells_[row].reset();
 }
 
+void RecordSet::Rows::restore(std::size_t row, const std::vector<Value>& values) {
+    if (row >= cells_.size() || isLive(row) || values.size() != columns.size()) {
+        throw Error(errc::invalidCall, "RecordSet.Restore",
+                    "A linha não pode voltar: " + std::to_string(row));
+    }
+    cells_[row] = std::vector<Value>(columns.size());
+    try {
+        for (std::size_t column = 0; column < values.size(); ++column) {
+            set(row, column, values[column]);
+        }
+    } catch (const Error&) {
+        edited_.erase(row);
+        cells_[row].reset();
+        throw;
+    }
+    live.insert(row);
+    commit(row);
+}
+
 void RecordSet::Rows::set(std::size_t row, std::size_t column, Value value) {
     const Column& described = columns[column];
     if (const auto* whole = std::get_if<std::int32_t>(&value);

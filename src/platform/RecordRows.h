@@ -50,6 +50,8 @@ struct RecordSet::Rows {
     /// Takes the row's values into the indexes. True when there was something to take.
     bool commit(std::size_t row);
     void remove(std::size_t row);
+    /// Throws Error 5 for a row that was not removed or another count of values, Error 13 as `set`.
+    void restore(std::size_t row, const std::vector<Value>& values);
     bool isLive(std::size_t row) const { return row < cells_.size() && cells_[row].has_value(); }
 
     const Value& get(std::size_t row, std::size_t column) const { return (*cells_[row])[column]; }

@@ -181,6 +181,11 @@ void RecordSet::Delete() {
     rows_->notify(Change::Kind::Removed, row);
 }
 
+void RecordSet::Restore(std::size_t row, const std::vector<Value>& values) {
+    rows_->restore(row, values);
+    rows_->notify(Change::Kind::Added, row);
+}
+
 const Value& RecordSet::get(std::string_view column) const {
     return rows_->get(currentRow(), columnIndex(column));
 }
@@ -278,6 +283,14 @@ std::vector<std::size_t> RecordSet::rows() const {
 
 const Value* RecordSet::cell(std::size_t row, std::size_t column) const noexcept {
     return rows_->isLive(row) && column < rows_->columns.size() ? &rows_->get(row, column) : nullptr;
+}
+
+std::vector<Value> RecordSet::values(std::size_t row) const {
+    std::vector<Value> result;
+    for (std::size_t column = 0; const Value* value = cell(row, column); ++column) {
+        result.push_back(*value);
+    }
+    return result;
 }
 
 bool RecordSet::shows(std::size_t row) const noexcept {

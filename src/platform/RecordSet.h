@@ -62,6 +62,10 @@ public:
     /// so that "Delete, Update, MoveNext" until EOF takes every row of a view. Throws Error 91 with no
     /// current row.
     void Delete();
+    /// Brings a removed row back under its number with these values, one for each column, as a row whose
+    /// editing has ended. The cursor stays. Throws Error 5 for a row that was not removed and for another
+    /// count of values, Error 13 for a value of another kind than its column.
+    void Restore(std::size_t row, const std::vector<Value>& values);
 
     /// Value of the current row. Throw Error 5 for an unknown column, Error 91 with no current row, Error 13
     /// when the value is of another kind than the column (whole numbers are taken by double columns).
@@ -88,6 +92,8 @@ public:
     /// The value of any row by its number and the column's position from 0, wherever the cursor stands and
     /// whatever the filter shows. Null where there is no such row any more, or no such column.
     const Value* cell(std::size_t row, std::size_t column) const noexcept;
+    /// All values of any row by its number, in the order of the columns. Empty where there is no such row.
+    std::vector<Value> values(std::size_t row) const;
     /// True when the view shows the row of that number.
     bool shows(std::size_t row) const noexcept;
     /// True for a row that AddNew made and no Update has ended yet.

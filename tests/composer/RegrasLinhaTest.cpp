@@ -1,11 +1,7 @@
-#include "composer/RegrasLinha.h"
-
-#include "Layouts.h"
+#include "RegrasDeLinha.h"
 #include "composer/chavesArvore.h"
-#include "composer/fundos.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 
@@ -13,43 +9,6 @@ namespace tv::test {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr const char* cnpj = "94000001000180";
-constexpr const char* outroCnpj = "94000031000196";
-
-class RegrasDeLinha : public testing::Test {
-protected:
-    void abre(std::shared_ptr<const clsBoleto> layout) { documento.abrir(std::move(layout)); }
-    GradeSecao& grade(std::string_view chave) const { return documento.grade(chave); }
-    void clica(std::string_view chave) {
-        documento.arvore.seleciona(chave);
-        fundos::treeFundos_Click(documento);
-    }
-    /// A row typed in and committed, as a user does it.
-    std::size_t digita(GradeSecao& alvo, std::string_view coluna, const Value& valor) {
-        const auto nova = regras.addRow(alvo, std::nullopt);
-        EXPECT_TRUE(nova.linha) << alvo.chave;
-        alvo.dados->set(coluna, valor);
-        alvo.dados->Update();
-        mensagem = regras.grid_AfterRowUpdate(alvo, *nova.linha).mensagem;
-        return *nova.linha;
-    }
-    Value celula(const GradeSecao& alvo, std::size_t linha, std::string_view coluna) const {
-        return *alvo.dados->cell(linha, alvo.dados->columnIndex(coluna));
-    }
-    void apaga(GradeSecao& alvo, std::size_t linha) {
-        regras.grid_BeforeRowsDeleted(alvo, {linha});
-        alvo.dados->MoveTo(linha);
-        alvo.dados->Delete();
-        refeitas = regras.grid_AfterRowsDeleted(alvo);
-    }
-    std::size_t linhas(std::string_view chave) const { return grade(chave).dados->Clone()->RecordCount(); }
-
-    Documento documento;
-    RegrasLinha regras{documento};
-    std::string mensagem;
-    std::vector<GradeSecao*> refeitas;
-};
 
 TEST_F(RegrasDeLinha, AMasterRowTakesTheNextNumber) {
     abre(layoutDireto());
@@ -291,89 +250,20 @@ TEST_F(RegrasDeLinha, NothingRunsForARowThatALoadAdds) {
     EXPECT_TRUE(documento.estado.salvo);
 }
 
-TEST_F(RegrasDeLinha, DeletingAMasterTakesItsDetailsInAllSectionsAndNoOthers) {
-    abre(layoutEmGrupos());
-    GradeSecao& header = grade("posicao_fundo_header");
-    const std::size_t primeiro = digita(header, "cnpj", Value(cnpj));
-    digita(header, "cnpj", Value(outroCnpj));
-    for (const std::string fundo : {"0001", "0002"}) {
-        for (const std::string secao : {"titulo", "despesas"}) {
-            clica("skCONST_fundo," + fundo + "," + secao + ",posicao_fundo_" + secao);
-            digita(documento.getGrid(), "codigo", Value("x"));
-        }
-    }
-    // A wallet's details of the same number belong to another master.
-    RecordSet& carteira = *grade("posicao_carteira_titulo").dados;
-    carteira.AddNew();
-    carteira.set("rowMaster", 1);
-    carteira.Update();
-    clica("kCONST_fundo");
-    documento.estado.salvo = true;
-
-    apaga(header, primeiro);
-
-    EXPECT_EQ(linhas("posicao_fundo_header"), 1U);
-    EXPECT_EQ(linhas("posicao_fundo_titulo"), 1U);
-    EXPECT_EQ(linhas("posicao_fundo_despesas"), 1U);
-    EXPECT_EQ(linhas("posicao_carteira_titulo"), 1U);
-    EXPECT_EQ(grade("posicao_fundo_titulo").dados->get("rowMaster"), Value(2));
-    EXPECT_THAT(refeitas, ElementsAre(&grade("posicao_fundo_titulo"), &grade("posicao_fundo_despesas")));
-    // The fund stays in the tree until the document is loaded again.
-    EXPECT_NE(documento.arvore.fundo("posicao_fundo_header", 1), nullptr);
-    EXPECT_FALSE(documento.estado.salvo);
-    EXPECT_FALSE(documento.estado.apagando);
-}
-
-TEST_F(RegrasDeLinha, MastersStraightBelowTheLayoutTakeTheDetailsOfAllItsSections) {
-    abre(layoutDireto());
-    GradeSecao& header = grade("passivo_header");
-    const std::size_t linha = digita(header, "cnpj", Value(cnpj));
-    for (const std::string secao : {"cotista", "despesas"}) {
-        clica("skCONST_RAIZ,0001," + secao + ",passivo_" + secao);
-        digita(documento.getGrid(), "codigo", Value("x"));
-    }
-    clica("kCONST_RAIZ");
-    apaga(header, linha);
-    EXPECT_EQ(linhas("passivo_cotista"), 0U);
-    EXPECT_EQ(linhas("passivo_despesas"), 0U);
-}
-
-TEST_F(RegrasDeLinha, SeveralMastersGoAtOnce) {
-    abre(layoutDireto());
-    GradeSecao& header = grade("passivo_header");
-    std::vector<std::size_t> todas;
-    RecordSet& cotista = *grade("passivo_cotista").dados;
-    for (int fundo = 1; fundo <= 3; ++fundo) {
-        todas.push_back(digita(header, "cnpj", Value(cnpj)));
-        cotista.AddNew();
-        cotista.set("rowMaster", fundo);
-        cotista.Update();
-    }
-    todas.pop_back();
-    regras.grid_BeforeRowsDeleted(header, todas);
-    EXPECT_TRUE(documento.estado.apagando);
-    EXPECT_THAT(documento.estado.linhasApagadas, ElementsAre("1", "2"));
-    regras.grid_AfterRowsDeleted(header);
-    EXPECT_EQ(linhas("passivo_cotista"), 1U);
-    EXPECT_EQ(cotista.get("rowMaster"), Value(3));
-}
-
-TEST_F(RegrasDeLinha, DeletingDetailsTouchesNoOtherSection) {
-    abre(layoutEmGrupos());
-    digita(grade("posicao_fundo_header"), "cnpj", Value(cnpj));
-    clica("skCONST_fundo,0001,despesas,posicao_fundo_despesas");
-    digita(documento.getGrid(), "codigo", Value("x"));
-    clica("skCONST_fundo,0001,titulo,posicao_fundo_titulo");
-    const std::size_t linha = digita(documento.getGrid(), "codigo", Value("x"));
-    documento.estado.salvo = true;
-    documento.estado.linhasApagadas = {"1"}; // from a deletion before
-    apaga(documento.getGrid(), linha);
-    EXPECT_EQ(linhas("posicao_fundo_titulo"), 0U);
-    EXPECT_EQ(linhas("posicao_fundo_despesas"), 1U);
-    EXPECT_EQ(linhas("posicao_fundo_header"), 1U);
-    EXPECT_TRUE(refeitas.empty());
-    EXPECT_FALSE(documento.estado.salvo);
-    EXPECT_FALSE(documento.estado.apagando);
+// The section worked on holds the master's and has a key of its own: the master's titles the fund.
+TEST_F(RegrasDeLinha, AMasterIsTitledByItsOwnKey) {
+    const std::string fora = SecaoXml{.tag = "fora",
+                                      .inside = campoChave("numero") + mestre(),
+                                      .nome = "Fora",
+                                      .ocorrencia = "*",
+                                      .nomeGrupo = "Fora",
+                                      .tagGrupo = "fora"}
+                                 .xml();
+    abre(layoutOf({.tag = "l", .inside = fora, .nomeGrupo = "F", .tagGrupo = "fora"}));
+    clica("kCONST_fora");
+    digita(grade("l_fora_header"), "cnpj", Value(cnpj));
+    EXPECT_EQ(mensagem, "");
+    EXPECT_THAT(textosAbaixo(*documento.arvore.find("kCONST_fora")), ElementsAre("94.000.001/0001-80"));
 }
 
 TEST_F(RegrasDeLinha, AnEmptyCellCountsAsRowZero) {

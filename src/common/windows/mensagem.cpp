@@ -4,8 +4,12 @@
 #include "common/windows/textoQt.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace tv::mensagem {
 
@@ -36,6 +40,28 @@ public:
     CursorNormal& operator=(const CursorNormal&) = delete;
 };
 
+/// The widest text of a box, in pixels: of what Qt lets a box take of the screen, the rest is icon and
+/// margins.
+int maiorLargura(const QScreen& tela) {
+    constexpr int telaPequena = 1024;
+    const int largura = tela.availableSize().width();
+    return largura <= telaPequena ? largura * 3 / 4 : std::min(largura - 600, 800);
+}
+
+/// A box breaks lines early; those of the text stay whole as far as the screen bears.
+void guardaLinhas(const QMessageBox& caixa) {
+    constexpr int folga = 24; // what the label keeps free around its text
+    auto* rotulo = caixa.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (rotulo == nullptr) {
+        return;
+    }
+    int largura = 0;
+    for (const QString& linha : caixa.text().split(QLatin1Char('\n'))) {
+        largura = std::max(largura, rotulo->fontMetrics().horizontalAdvance(linha) + folga);
+    }
+    rotulo->setMinimumWidth(std::min(largura, maiorLargura(*caixa.screen())));
+}
+
 void prepara(QMessageBox& caixa, const QString& texto, Icone icone, const QString& titulo) {
     caixa.setObjectName(QStringLiteral("mensagem"));
     caixa.setTextFormat(Qt::PlainText);
@@ -43,6 +69,7 @@ void prepara(QMessageBox& caixa, const QString& texto, Icone icone, const QStrin
     caixa.setIcon(iconeQt(icone));
     caixa.setWindowTitle(titulo.isEmpty() ? paraQt(aplicacao::titulo()) : titulo);
     caixa.setWindowModality(Qt::ApplicationModal);
+    guardaLinhas(caixa);
 }
 
 bool perguntaEm(QMessageBox& caixa) {
@@ -57,9 +84,10 @@ bool perguntaEm(QMessageBox& caixa) {
 
 } // namespace
 
-void mostra(const QString& texto, Icone icone, const QString& titulo) {
+void mostra(const QString& texto, Icone icone, const QString& titulo, const QString& explicacao) {
     QMessageBox caixa(QApplication::activeWindow());
     prepara(caixa, texto, icone, titulo);
+    caixa.setInformativeText(explicacao);
     caixa.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     const CursorNormal cursor;
     caixa.exec();

@@ -8,8 +8,10 @@ namespace tv::mensagem {
 
 enum class Icone { Nenhum, Informacao, Exclamacao, Critico, Pergunta };
 
-/// Shows a text with the button OK and waits for it.
-void mostra(const QString& texto, Icone icone = Icone::Nenhum, const QString& titulo = {});
+/// Shows a text with the button OK and waits for it; below the text, in smaller letters, an explanation where
+/// there is one.
+void mostra(const QString& texto, Icone icone = Icone::Nenhum, const QString& titulo = {},
+            const QString& explicacao = {});
 
 /// Asks with the buttons Sim and Não; true for Sim. Closing the box or Esc counts as Não.
 bool pergunta(const QString& texto, Icone icone = Icone::Nenhum, const QString& titulo = {});

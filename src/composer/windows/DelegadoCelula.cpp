@@ -138,17 +138,27 @@ void DelegadoCelula::updateEditorGeometry(QWidget* editor, const QStyleOptionVie
 }
 
 bool DelegadoCelula::eventFilter(QObject* alvo, QEvent* evento) {
-    auto* editor = qobject_cast<QWidget*>(alvo);
-    if (editor != nullptr && evento->type() == QEvent::KeyPress) {
-        const auto* tecla = static_cast<const QKeyEvent*>(evento);
-        if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
-            const Qt::KeyboardModifiers modificadores = tecla->modifiers() & ~Qt::KeypadModifier;
-            encerra();
-            Q_EMIT entrou(modificadores);
-            return true;
-        }
+    const bool isTecla = evento->type() == QEvent::KeyPress && qobject_cast<QWidget*>(alvo) != nullptr;
+    return (isTecla && teclaDoEditor(*static_cast<const QKeyEvent*>(evento))) ||
+           DesenhoGrade::eventFilter(alvo, evento);
+}
+
+bool DelegadoCelula::teclaDoEditor(const QKeyEvent& tecla) {
+    const Qt::KeyboardModifiers modificadores = tecla.modifiers() & ~Qt::KeypadModifier;
+    const bool isAcorde = tecla.modifiers() == (Qt::ControlModifier | Qt::KeypadModifier);
+    if (tecla.key() == Qt::Key_Return || tecla.key() == Qt::Key_Enter) {
+        encerra();
+        Q_EMIT entrou(modificadores);
+    } else if (isAcorde && tecla.key() == Qt::Key_Plus) {
+        encerra();
+        Q_EMIT pediuInclusao();
+    } else if (isAcorde && tecla.key() == Qt::Key_Minus) {
+        encerra();
+        Q_EMIT pediuRemocao();
+    } else {
+        return false;
     }
-    return DesenhoGrade::eventFilter(alvo, evento);
+    return true;
 }
 
 void DelegadoCelula::encerra() {

@@ -2,7 +2,6 @@
 
 #include "common/windows/Grade.h"
 #include "common/windows/textoQt.h"
-#include "composer/bloco.h"
 #include "composer/entrada.h"
 #include "logging/Routine.h"
 
@@ -10,17 +9,7 @@
 #include <QClipboard>
 #include <QKeyEvent>
 
-#include <algorithm>
-#include <map>
-#include <set>
-
 namespace tv {
-
-namespace {
-
-constexpr qsizetype maximoDeRecusas = 20; ///< Told of one block, so that the message stays on the screen.
-
-} // namespace
 
 EdicaoGrade::EdicaoGrade(Grade& grade, GradeSecao& secao)
     : QObject(&grade)
@@ -43,6 +32,8 @@ EdicaoGrade::EdicaoGrade(Grade& grade, GradeSecao& secao)
             move(modificadores == Qt::ShiftModifier ? -1 : 1);
         }
     });
+    connect(delegado_, &DelegadoCelula::pediuInclusao, this, &EdicaoGrade::pedeInclusao);
+    connect(delegado_, &DelegadoCelula::pediuRemocao, this, &EdicaoGrade::pedeRemocao);
 }
 
 bool EdicaoGrade::isCampo(int coluna) const {
@@ -75,10 +66,10 @@ void EdicaoGrade::digitado(const QModelIndex& celula, const QString& texto) {
             Q_EMIT recusou(grade_.texto(isData ? Grade::dataInvalida : Grade::valorInvalido));
             return;
         }
-        std::vector<CelulaEditada> celulas;
-        if (muda(celula.row(), celula.column(), *valor, celulas)) {
-            pendente_ = celulas.front().linha;
-            Q_EMIT editou(celulas);
+        PassoDeEdicao passo{secao_.chave, {}, {}};
+        if (muda(celula.row(), celula.column(), *valor, passo.celulas)) {
+            pendente_ = passo.celulas.front().linha;
+            Q_EMIT editou(passo);
         }
     });
 }
@@ -97,118 +88,6 @@ void EdicaoGrade::move(int linhas) {
         grade_.setCurrentIndex(alvo);
     }
     grade_.setFocus();
-}
-
-// --- blocks of cells
-
-QString EdicaoGrade::copia() const {
-    std::map<int, std::map<int, std::string>> celulas;
-    QModelIndexList escolhidas = grade_.selectionModel()->selectedIndexes();
-    if (escolhidas.isEmpty() && grade_.currentIndex().isValid()) {
-        escolhidas << grade_.currentIndex();
-    }
-    for (const QModelIndex& indice : std::as_const(escolhidas)) {
-        if (isCampo(indice.column())) {
-            celulas[indice.row()][indice.column()] =
-                paraUtf8(grade_.modelo().textoVisivel(indice.row(), indice.column()));
-        }
-    }
-    bloco::Bloco texto;
-    for (const auto& [linha, colunas] : celulas) {
-        auto& nova = texto.emplace_back();
-        for (const auto& [coluna, celula] : colunas) {
-            nova.push_back(celula);
-        }
-    }
-    return paraQt(bloco::escreve(texto));
-}
-
-void EdicaoGrade::cola(const QString& texto) {
-    const bloco::Bloco bloco = bloco::le(paraUtf8(texto));
-    const QModelIndex canto = grade_.currentIndex();
-    if (bloco.empty() || !canto.isValid()) {
-        return;
-    }
-    std::vector<CelulaEditada> celulas;
-    QStringList recusadas;
-    const int linhas = std::min(static_cast<int>(bloco.size()), grade_.modelo().rowCount() - canto.row());
-    for (int i = 0; i < linhas; ++i) {
-        const std::vector<std::string>& textos = bloco[static_cast<std::size_t>(i)];
-        for (int j = 0; j < static_cast<int>(textos.size()) && isCampo(canto.column() + j); ++j) {
-            const clsCampo& este = campo(canto.column() + j);
-            const auto valor = entrada::le(este, textos[static_cast<std::size_t>(j)]);
-            if (valor) {
-                muda(canto.row() + i, canto.column() + j, *valor, celulas);
-            } else {
-                recusadas << QStringLiteral("\n\tLinha %1: %2")
-                                 .arg(canto.row() + i + 1)
-                                 .arg(paraQt(este.getNome()));
-            }
-        }
-    }
-    conclui(celulas);
-    if (recusadas.size() > maximoDeRecusas) {
-        recusadas = recusadas.mid(0, maximoDeRecusas) << QStringLiteral("\n\t...");
-    }
-    if (!recusadas.isEmpty()) {
-        Q_EMIT recusou(grade_.texto(Grade::valorInvalido) + recusadas.join(QString()));
-    }
-}
-
-void EdicaoGrade::limpaCelulas() {
-    std::vector<CelulaEditada> celulas;
-    QModelIndexList escolhidas = grade_.selectionModel()->selectedIndexes();
-    if (escolhidas.isEmpty() && grade_.currentIndex().isValid()) {
-        escolhidas << grade_.currentIndex();
-    }
-    for (const QModelIndex& indice : std::as_const(escolhidas)) {
-        if (isCampo(indice.column())) {
-            muda(indice.row(), indice.column(), Null{}, celulas);
-        }
-    }
-    conclui(celulas);
-}
-
-/// The active row stays under way; the others have been left.
-void EdicaoGrade::conclui(const std::vector<CelulaEditada>& celulas) {
-    if (celulas.empty()) {
-        return;
-    }
-    const int ativa = grade_.linhaAtiva();
-    const std::size_t numeroAtivo = ativa >= 0 ? grade_.modelo().numeroDaLinha(ativa) : 0;
-    std::set<std::size_t> outras;
-    for (const CelulaEditada& celula : celulas) {
-        if (ativa >= 0 && celula.linha == numeroAtivo) {
-            pendente_ = numeroAtivo;
-        } else {
-            outras.insert(celula.linha);
-        }
-    }
-    const std::vector<std::size_t> deixadas(outras.begin(), outras.end());
-    Q_EMIT editou(celulas);
-    if (!deixadas.empty()) {
-        Q_EMIT linhasTerminam(deixadas);
-    }
-}
-
-void EdicaoGrade::escreve(const std::vector<CelulaEditada>& celulas, bool depois) {
-    std::set<std::size_t> mudadas;
-    for (const CelulaEditada& celula : celulas) {
-        const int linha = grade_.modelo().linhaDoNumero(celula.linha);
-        if (linha < 0) {
-            continue;
-        }
-        grade_.modelo().setValor(linha, campo(static_cast<int>(celula.coluna)).getTag(),
-                                 depois ? celula.depois : celula.antes);
-        if (mudadas.empty()) {
-            grade_.setCurrentIndex(grade_.modelo().index(linha, static_cast<int>(celula.coluna)));
-        }
-        mudadas.insert(celula.linha);
-    }
-    const std::vector<std::size_t> linhas(mudadas.begin(), mudadas.end());
-    if (!linhas.empty()) {
-        Q_EMIT linhasTerminam(linhas);
-    }
 }
 
 // --- the keyboard
@@ -257,10 +136,14 @@ bool EdicaoGrade::tecla(const QKeyEvent& evento) {
 }
 
 bool EdicaoGrade::teclaDeBloco(const QKeyEvent& evento) {
-    if (evento.matches(QKeySequence::Copy)) {
+    const bool corta = evento.matches(QKeySequence::Cut);
+    if (corta || evento.matches(QKeySequence::Copy)) {
         const QString texto = copia();
         if (!texto.isEmpty()) {
             QApplication::clipboard()->setText(texto);
+        }
+        if (corta) {
+            limpaCelulas();
         }
         return true;
     }

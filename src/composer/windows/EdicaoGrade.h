@@ -3,12 +3,14 @@
 #include "common/windows/DesenhoGrade.h"
 #include "composer/GradeSecao.h"
 #include "composer/HistoricoEdicao.h"
+#include "composer/RegrasLinha.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QString>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -43,8 +45,12 @@ Q_SIGNALS:
     void itemEscolhido() const;
     /// Enter ended the editing of a cell.
     void entrou(Qt::KeyboardModifiers modificadores) const;
+    /// The chords that add and remove rows ended it.
+    void pediuInclusao() const;
+    void pediuRemocao() const;
 
 private:
+    bool teclaDoEditor(const QKeyEvent& tecla);
     const clsCampo& campo(const QModelIndex& indice) const;
     QWidget* criaLista(QWidget* dono, const clsCampo& campo) const;
     QWidget* criaTexto(QWidget* dono, const clsCampo& campo) const;
@@ -69,17 +75,24 @@ public:
 
     /// The selected cells, without any the current one, as a block of texts as they show.
     QString copia() const;
-    /// Puts a block into the cells from the current one on; what does not fit the grid's rows and columns is
-    /// left out. Tells the cells whose text the field does not take.
+    /// Puts a block into the cells from the current one on, in an empty grid from the first one on. Where it
+    /// reaches below the last row, rows are added as long as `novaLinha` gives some; what reaches beyond the
+    /// last column is left out. Tells the cells whose text the field does not take, and how many lines found
+    /// no row.
     void cola(const QString& texto);
     /// Empties the selected cells.
     void limpaCelulas();
-    /// Puts values into cells of rows that are still there, without recording them.
-    void escreve(const std::vector<CelulaEditada>& celulas, bool depois);
+    /// Makes the first of these rows the active one, in a column where one is given, and leaves it under
+    /// way; the others end.
+    void retoma(const std::vector<std::size_t>& linhas, std::optional<std::size_t> coluna);
+
+    /// Adds a row, unless the rules say no or the row given, which comes before it, is at fault. Without it
+    /// no block adds rows.
+    std::function<RegrasLinha::NovaLinha(std::optional<std::size_t> anterior)> novaLinha;
 
 Q_SIGNALS:
-    /// Cells were changed in one action.
-    void editou(const std::vector<CelulaEditada>& celulas);
+    /// One action has changed cells and added rows. The step names no node.
+    void editou(const PassoDeEdicao& passo);
     /// The editing of the rows of these numbers is to be ended.
     void linhasTerminam(const std::vector<std::size_t>& linhas);
     void pedeInclusao();
@@ -91,12 +104,18 @@ protected:
     bool eventFilter(QObject* alvo, QEvent* evento) override;
 
 private:
+    struct Colagem;
+
     bool tecla(const QKeyEvent& evento);
     bool teclaDeBloco(const QKeyEvent& evento);
     void digitado(const QModelIndex& celula, const QString& texto);
     void terminaAtual();
     void move(int linhas);
-    void conclui(const std::vector<CelulaEditada>& celulas);
+    QModelIndexList escolhidas() const;
+    void colaLinha(int linha, int coluna, const std::vector<std::string>& textos, Colagem& colagem);
+    int incluiLinha(Colagem& colagem);
+    void conclui(const PassoDeEdicao& passo);
+    void termina(const std::vector<std::size_t>& linhas);
     bool muda(int linha, int coluna, Value valor, std::vector<CelulaEditada>& celulas);
     const clsCampo& campo(int coluna) const;
     bool isCampo(int coluna) const;

@@ -140,7 +140,7 @@ private:
     void linhaAtivada(GradeDaTela& grade, int linha);
     void terminaPendente(GradeDaTela& grade, bool avisaDepois);
     void terminaLinhas(GradeDaTela& grade, const std::vector<std::size_t>& linhas, bool avisaDepois);
-    static void ativa(const GradeDaTela& grade, std::size_t linha);
+    static void comeca(const GradeDaTela& grade, std::size_t linha);
     void avisa(const QString& mensagem, bool depois);
     bool antesDeRemover(GradeDaTela& grade, const std::vector<int>& linhas);
     void linhasRemovidas(const GradeDaTela& grade);

@@ -63,17 +63,21 @@ QString frmTramador::tituloDoResultado() const {
     return paraQt(documento_.boleto()->getNome() + " (" + documento_.boleto()->getVersao() + ")");
 }
 
-void frmTramador::perguntaSeSalva() {
-    if (mensagem::pergunta(QStringLiteral("Deseja salvar o boleto?"), Icone::Pergunta)) {
-        salvarBoleto();
+/// False where the user wants the document saved and it was not: it stays on the screen.
+bool frmTramador::perguntaSeSalva() {
+    if (!mensagem::pergunta(QStringLiteral("Deseja salvar o boleto?"), Icone::Pergunta)) {
+        return true;
     }
+    salvarBoleto();
+    return documento_.estado.salvo;
 }
 
 void frmTramador::novoBoleto() {
     const bool criou = guarded("frmTramador.novoBoleto", [&] {
         terminaEdicao();
-        if (!documento_.estado.salvo || mestres::temDados(documento_)) {
-            perguntaSeSalva();
+        const bool podePerder = !documento_.estado.salvo || mestres::temDados(documento_);
+        if (podePerder && !perguntaSeSalva()) {
+            return;
         }
         painel1_->clear();
         abrir(documento_.boleto());
@@ -87,10 +91,12 @@ void frmTramador::novoBoleto() {
 
 void frmTramador::abrirBoleto(const QString& caminho) {
     terminaEdicao();
+    bool ficou = false;
     const bool abriu = guarded("frmTramador.abrirBoleto", [&] {
         documento_.estado.abrindo = true;
-        if (!documento_.estado.salvo) {
-            perguntaSeSalva();
+        ficou = !documento_.estado.salvo && !perguntaSeSalva();
+        if (ficou) {
+            return;
         }
         const QString nome = escolheArquivo(caminho);
         if (documento_.arvoreVisivel()) {
@@ -103,10 +109,12 @@ void frmTramador::abrirBoleto(const QString& caminho) {
     if (!abriu) {
         mensagem::mostra(QStringLiteral("Falha ao tentar abrir o boleto!"), Icone::Exclamacao);
     }
-    proceed([&] {
-        poeNoTopo(documento_.getGrid());
-        gradeAtual().setLinhaAtiva(0);
-    });
+    if (!ficou) {
+        proceed([&] {
+            poeNoTopo(documento_.getGrid());
+            gradeAtual().setLinhaAtiva(0);
+        });
+    }
 }
 
 QString frmTramador::escolheArquivo(const QString& caminho) {
@@ -157,6 +165,7 @@ void frmTramador::carrega(const QString& nome) {
         for (const auto& grade : grades_) {
             vincula(*grade);
         }
+        lugar_ = documento_.arvore.chaveSelecionada();
         atualizaBotoes();
     };
     try {
@@ -224,19 +233,26 @@ void frmTramador::boletoInvalido(const QString& caminho, bool pergunta) {
 
 void frmTramador::salvarBoleto() {
     terminaEdicao();
+    std::string motivo;
     const bool salvou = guarded("frmTramador.salvarBoleto", [&] {
         const mestres::Contagem contagem = mestres::conta(mestres::acha(documento_));
         if (contagem.a == 0 && contagem.b == 0) {
             mensagem::mostra(QStringLiteral("Não há dados!"), Icone::Exclamacao);
             return;
         }
-        const ArquivoTemporario temporario;
-        salva(temporario.caminho());
+        try {
+            const ArquivoTemporario temporario;
+            salva(temporario.caminho());
+        } catch (const Error& erro) {
+            motivo = erro.description();
+            throw;
+        }
     });
     status(QStringLiteral("Pronto"));
     if (!salvou) {
         documento_.estado.salvo = false;
-        mensagem::mostra(QStringLiteral("Falha ao tentar salvar o boleto!"), Icone::Exclamacao);
+        mensagem::mostra(QStringLiteral("Falha ao tentar salvar o boleto!"), Icone::Exclamacao, {},
+                         paraQt(motivo));
     }
 }
 

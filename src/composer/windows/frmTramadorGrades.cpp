@@ -113,11 +113,10 @@ void frmTramador::ligaGrade(GradeDaTela& grade) {
     controle.antesDeRemover = [this, esta](const std::vector<int>& linhas) {
         return antesDeRemover(*esta, linhas);
     };
-    connect(grade.edicao, &EdicaoGrade::editou, this,
-            [this, esta](const std::vector<CelulaEditada>& celulas) {
-                historico_.registra(
-                    {esta->secao->chave, std::string(documento_.arvore.chaveSelecionada()), celulas});
-            });
+    connect(grade.edicao, &EdicaoGrade::editou, this, &frmTramador::registra);
+    grade.edicao->novaLinha = [this, esta](std::optional<std::size_t> anterior) {
+        return regras_.addRow(*esta->secao, anterior);
+    };
     connect(grade.edicao, &EdicaoGrade::linhasTerminam, this,
             [this, esta](const std::vector<std::size_t>& linhas) { terminaLinhas(*esta, linhas, false); });
     connect(grade.edicao, &EdicaoGrade::pedeInclusao, this, &frmTramador::addRow);

@@ -8,6 +8,7 @@
 #include "logging/Routine.h"
 
 #include <algorithm>
+#include <utility>
 
 /// Rows: how they come, when their editing ends, how they go, and edits taken back.
 namespace tv {
@@ -44,13 +45,19 @@ void frmTramador::addRow() {
         const RegrasLinha::NovaLinha nova = regras_.addRow(*grade.secao, numero);
         avisa(paraQt(nova.mensagem), false);
         if (nova.linha) {
-            grade.edicao->setLinhaPendente(nova.linha);
-            controle.setFocus();
-            controle.clearSelection();
-            controle.setCurrentIndex(
-                controle.modelo().index(controle.modelo().linhaDoNumero(*nova.linha), 0));
+            registra({grade.secao->chave, {}, {}, {{grade.secao->chave, *nova.linha, {}}}, {}});
+            comeca(grade, *nova.linha);
         }
     });
+}
+
+/// A new row becomes the active one, under way from its first cell on.
+void frmTramador::comeca(const GradeDaTela& grade, std::size_t linha) {
+    Grade& controle = grade.painel->grade();
+    grade.edicao->setLinhaPendente(linha);
+    controle.setFocus();
+    controle.clearSelection();
+    controle.setCurrentIndex(controle.modelo().index(controle.modelo().linhaDoNumero(linha), 0));
 }
 
 bool frmTramador::validateRow(std::optional<std::size_t> linha, bool mostraMensagem) {
@@ -134,7 +141,7 @@ bool frmTramador::antesDeRemover(GradeDaTela& grade, const std::vector<int>& lin
             grade.edicao->setLinhaPendente(std::nullopt);
         }
         regras_.grid_BeforeRowsDeleted(*grade.secao, numeros);
-        historico_.esquece(grade.secao->chave, numeros);
+        remocao_ = {grade.secao->chave, {}, {}, {}, regras_.linhasQueSaem(*grade.secao, numeros)};
         if (!documento_.estado.linhasApagadas.empty() && grade.secao->secao->isSecaoMestre()) {
             desvinculaDetalhes(*grade.secao);
         }
@@ -145,37 +152,8 @@ bool frmTramador::antesDeRemover(GradeDaTela& grade, const std::vector<int>& lin
 void frmTramador::linhasRemovidas(const GradeDaTela& grade) {
     guarded("frmTramador.linhasRemovidas", [&] {
         const std::vector<GradeSecao*> refeitas = regras_.grid_AfterRowsDeleted(*grade.secao);
+        registra(std::exchange(remocao_, {}));
         refazDetalhes(refeitas);
-    });
-}
-
-// --- edits taken back
-
-void frmTramador::desfaz() {
-    terminaEdicao();
-    if (historico_.podeDesfazer()) {
-        aplica(historico_.desfaz(), false);
-    }
-}
-
-void frmTramador::refaz() {
-    terminaEdicao();
-    if (historico_.podeRefazer()) {
-        aplica(historico_.refaz(), true);
-    }
-}
-
-/// The step's place comes back on the screen, then its cells change.
-void frmTramador::aplica(const PassoDeEdicao& passo, bool depois) {
-    guarded("frmTramador.aplica", [&] {
-        const bool outroNo = passo.chaveNo != documento_.arvore.chaveSelecionada();
-        if (outroNo && documento_.arvore.find(passo.chaveNo) != nullptr) {
-            treeFundos_Click(paraQt(passo.chaveNo));
-        }
-        GradeDaTela& grade = daTela(documento_.grade(passo.chaveGrade));
-        if (grade.secao == &documento_.getGrid()) {
-            grade.edicao->escreve(passo.celulas, depois);
-        }
     });
 }
 

@@ -137,6 +137,12 @@ int onCall(xsltTemplate* /*rule*/, xmlNode* /*source*/) {
 }
 void onReturn() {}
 
+/// Sets this thread's watchers of nodes. The library's functions for it set those of the main thread.
+void watchNodes(xmlRegisterNodeFunc onMade, xmlDeregisterNodeFunc onFreed) {
+    xmlRegisterNodeDefaultValue = onMade;
+    xmlDeregisterNodeDefaultValue = onFreed;
+}
+
 /// The handlers of each instruction, in the shape in which the processor takes them.
 struct InstructionHandlers {
     xsltHandleDebuggerCallback handler;
@@ -151,6 +157,7 @@ void install() {
         xsltSetGenericErrorFunc(nullptr, onMessage);
         xsltSetLoaderFunc(loadForStylesheet);
         xsltSetDebuggerCallbacks(3, &handlers);
+        xmlRegisterNodeDefault(nullptr); // from now on the library looks at watchers at all
         return true;
     }();
     static_cast<void>(started);
@@ -199,13 +206,11 @@ TransformGuard::TransformGuard(xsltTransformContext& context, const MessageScope
     context.xpathCtxt->opLimit = maxXPathSteps;
     context.debugStatus = XSLT_DEBUG_RUN;
     made = made_.get();
-    xmlRegisterNodeDefault(onNode);
-    xmlDeregisterNodeDefault(onNodeFreed);
+    watchNodes(onNode, onNodeFreed);
 }
 
 TransformGuard::~TransformGuard() {
-    xmlRegisterNodeDefault(nullptr);
-    xmlDeregisterNodeDefault(nullptr);
+    watchNodes(nullptr, nullptr);
     made = nullptr;
     context_.debugStatus = XSLT_DEBUG_NONE;
 }

@@ -7,8 +7,8 @@
 
 namespace tv {
 
-FormulaAoLado::FormulaAoLado(std::filesystem::path arquivo, std::filesystem::path folha)
-    : emCurso_(std::async(std::launch::async, faz, std::move(arquivo), std::move(folha))) {}
+FormulaAoLado::FormulaAoLado(std::filesystem::path arquivo, std::filesystem::path folha, std::launch modo)
+    : emCurso_(std::async(modo, faz, std::move(arquivo), std::move(folha))) {}
 
 FormulaAoLado::Feito FormulaAoLado::faz(const std::filesystem::path& arquivo,
                                         const std::filesystem::path& folha) {

@@ -14,7 +14,9 @@ namespace tv {
 /// turns; what went wrong in it is told when its result is asked for. The destructor waits for it.
 class FormulaAoLado {
 public:
-    FormulaAoLado(std::filesystem::path arquivo, std::filesystem::path folha);
+    /// `std::launch::deferred` does the work in the thread that asks first instead.
+    FormulaAoLado(std::filesystem::path arquivo, std::filesystem::path folha,
+                  std::launch modo = std::launch::async);
 
     /// Waits, and gives the loaded document; empty when it could not be loaded (`parseError` tells why).
     const XmlDocument& documento();

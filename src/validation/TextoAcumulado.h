@@ -37,6 +37,13 @@ public:
 
     void acrescenta(std::string_view texto) { texto_->append(texto); }
     Momento agora() const { return {texto_, texto_->size()}; }
+    std::size_t tamanho() const noexcept { return texto_->size(); }
+
+    /// A moment of `parte`, whose text stands in this one behind `antes` bytes, as the moment of this one
+    /// that it was. Any other moment comes back as it is.
+    Momento mesmoMomento(const Momento& momento, const TextoAcumulado& parte, std::size_t antes) const {
+        return momento.base_ == parte.texto_ ? Momento(texto_, antes + momento.tamanho_) : momento;
+    }
 
 private:
     std::shared_ptr<std::string> texto_ = std::make_shared<std::string>();

@@ -114,6 +114,11 @@ void clsResultado::setTag(std::string nome, std::string valor, std::string path,
     chave_ = std::move(chave);
 }
 
+void clsResultado::continuaChave(const TextoAcumulado& parte, const TextoAcumulado& inteiro,
+                                 std::size_t antes) {
+    chave_ = inteiro.mesmoMomento(chave_, parte, antes);
+}
+
 void clsResultado::setTag(std::string nome, std::string valor, std::string path, std::string_view chave) {
     setTag(std::move(nome), std::move(valor), std::move(path), TextoAcumulado::Momento(chave));
 }

@@ -42,6 +42,8 @@ public:
     void setLocation(std::int32_t linha, std::int32_t coluna) noexcept;
     void setTag(std::string nome, std::string valor, std::string path, TextoAcumulado::Momento chave);
     void setTag(std::string nome, std::string valor, std::string path, std::string_view chave);
+    /// Moves a key taken from `parte` to where that text stands in `inteiro`, behind `antes` bytes.
+    void continuaChave(const TextoAcumulado& parte, const TextoAcumulado& inteiro, std::size_t antes);
     void SetBoleto(std::shared_ptr<const clsBoleto> boleto) noexcept { boleto_ = std::move(boleto); }
     const std::shared_ptr<const clsBoleto>& getBoleto() const noexcept { return boleto_; }
 

@@ -44,7 +44,8 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
         resultados_ = std::make_shared<Resultados>();
         std::optional<FormulaAoLado> formula;
         if (boleto->hasFormula()) {
-            formula.emplace(arquivo, files::fromPortable(boleto->getFormula()));
+            formula.emplace(arquivo, files::fromPortable(boleto->getFormula()),
+                            estagios_ == Estagios::AoMesmoTempo ? std::launch::async : std::launch::deferred);
         }
         XmlReader leitor(std::move(schema));
         fimDocumento_ = false;
@@ -63,6 +64,17 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
     locator_ = nullptr;
     pilha_.destroy();
     return resultados_->empty();
+}
+
+void clsValidador::junta(const clsValidador& outro) {
+    const std::size_t antes = valorChave_.tamanho();
+    valorChave_.acrescenta(outro.valorChave_.agora().texto());
+    resultados_ = outro.resultados_;
+    for (clsResultado& resultado : *resultados_) {
+        resultado.continuaChave(outro.valorChave_, valorChave_, antes);
+    }
+    avisos_ = outro.avisos_;
+    ilegivel_ = outro.ilegivel_;
 }
 
 // --- first stage: the events of the parse

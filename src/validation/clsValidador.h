@@ -31,7 +31,12 @@ using Resultados = std::vector<clsResultado>;
 /// in it.
 class clsValidador final : private XmlHandler {
 public:
-    clsValidador() = default;
+    /// How the second stage is prepared: beside the first one, or behind it in the same thread, where all
+    /// cores have files of their own to check.
+    enum class Estagios { AoMesmoTempo, UmAposOutro };
+
+    explicit clsValidador(Estagios estagios = Estagios::AoMesmoTempo)
+        : estagios_(estagios) {}
     ~clsValidador() override = default;
     clsValidador(const clsValidador&) = delete; // two validators must not share a growing key text
     clsValidador& operator=(const clsValidador&) = delete;
@@ -40,6 +45,10 @@ public:
     /// A failure before the parse (a schema that does not load) is logged, and the findings of the run before
     /// decide.
     bool isValido(const std::filesystem::path& arquivo, const std::shared_ptr<const clsBoleto>& boleto);
+
+    /// Makes the only run of another validator the last one of this one, as if this one had checked the file:
+    /// the key text goes on behind that of the files before, in the findings too.
+    void junta(const clsValidador& outro);
 
     /// The findings of the last run. The list stays with the caller when the next run starts.
     std::shared_ptr<const Resultados> getResultado() const noexcept { return resultados_; }
@@ -67,6 +76,7 @@ private:
     void registraResultado(std::string_view titulo, std::string_view mensagem, std::int32_t codigo,
                            std::int32_t linha, std::int32_t coluna);
 
+    Estagios estagios_;
     const XmlLocator* locator_ = nullptr;
     std::string valorAcumulado_;
     std::string ultimoValor_;

@@ -65,10 +65,11 @@ TEST_P(WrongUsage, IsToldInPortugueseWithStatusTwo) {
 INSTANTIATE_TEST_SUITE_P(
     All, WrongUsage,
     ::testing::Values(
-        Misuse{"Nothing", {}, "Falta o comando: validar ou layouts"},
-        Misuse{"UnknownCommand",
-               {"valida"},
-               "O comando 'valida' n\u00E3o existe; os comandos s\u00E3o validar e layouts"},
+        Misuse{"Nothing", {}, "Falta o comando: validar, exportar, importar ou layouts"},
+        Misuse{
+            "UnknownCommand",
+            {"valida"},
+            "O comando 'valida' n\u00E3o existe; os comandos s\u00E3o validar, exportar, importar e layouts"},
         Misuse{"UnknownOption",
                {"validar", "--layout", "x", "--xpto", "a.xml"},
                "N\u00E3o se sabe o que fazer com --xpto"},

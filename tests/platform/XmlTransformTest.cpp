@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <future>
 #include <ostream>
 #include <string>
 
@@ -340,6 +341,19 @@ INSTANTIATE_TEST_SUITE_P(
         Attack{"growing_text",
                growing("xxxxxxxxxxxxxxxx", "<xsl:with-param name='t' select='concat($t, $t)'/>")}),
     [](const testing::TestParamInfo<Attack>& attack) { return attack.param.name; });
+
+TEST_F(XmlTransformTest, is_ended_in_a_thread_of_its_own_while_others_work) {
+    const auto hostile = loaded(doubling("<x/>"));
+    auto ended = std::async(std::launch::async, [&] { return errorOf([&] { hostile->apply(document); }); });
+    while (ended.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+        XmlDocument other = XmlDocument::create("raiz"); // its nodes are no matter of the transform
+        for (int i = 0; i < 1000; ++i) {
+            other.documentElement().appendElement("filho");
+        }
+        EXPECT_EQ(other.selectNodes("/raiz/filho").size(), 1000U);
+    }
+    EXPECT_EQ(ended.get(), errc::invalidCall);
+}
 
 TEST_F(XmlTransformTest, allows_the_recursion_that_real_stylesheets_need) {
     EXPECT_TRUE(holds(

@@ -17,10 +17,11 @@ inline constexpr int falha =
 /// What `boletos validar` was asked for.
 struct PedidoValidar {
     std::filesystem::path pasta;
-    std::string layout;
+    std::string layout{};
     std::string formato = "texto";
-    std::filesystem::path saida;
-    std::vector<std::filesystem::path> arquivos;
+    std::filesystem::path saida{};
+    std::vector<std::filesystem::path> arquivos{};
+    int jobs = 1; ///< Files under way at the same time.
 };
 
 /// Checks the files in the order given and writes the report. Gives the exit status; throws tv::Error for

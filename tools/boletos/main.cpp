@@ -16,6 +16,7 @@
 
 namespace {
 
+constexpr int maximoDeJobs = 256;
 constexpr const char* formatos = "texto, json, xml, html ou junit";
 
 // The library's words begin with the option or argument that they are about.
@@ -43,7 +44,11 @@ std::string explica(const CLI::App& programa, const CLI::Error& erro) {
     case CLI::ExitCodes::ExtrasError:
         return "Não se sabe o que fazer com" + palavras.substr(palavras.find(':') + 1);
     case CLI::ExitCodes::ValidationError:
-        return "O valor de --formato deve ser " + std::string(formatos);
+        return palavras.starts_with("--jobs")
+                   ? "O valor de --jobs deve ser um número de 1 a " + std::to_string(maximoDeJobs)
+                   : "O valor de --formato deve ser " + std::string(formatos);
+    case CLI::ExitCodes::ConversionError:
+        return "O valor de --jobs deve ser um número de 1 a " + std::to_string(maximoDeJobs);
     case CLI::ExitCodes::ArgumentMismatch: {
         const bool falta = palavras.find("missing") != std::string::npos;
         return falta ? "Falta o valor d" + doQue(palavras) : "Aparece mais de uma vez: " + doQue(palavras);
@@ -120,6 +125,11 @@ void opcoesDeValidar(CLI::App& comando, boletos::PedidoValidar& pedido) {
         .add_option("--saida", pedido.saida,
                     "Arquivo do relatório; com xml e html, a pasta quando há mais de um arquivo")
         ->option_text("ARQ");
+    comando
+        .add_option("--jobs", pedido.jobs,
+                    "Quantos arquivos verificar ao mesmo tempo (normalmente 1); o relatório é o mesmo")
+        ->option_text("N")
+        ->check(CLI::Range(1, maximoDeJobs));
     comando.add_option("arquivos", pedido.arquivos, "Arquivos XML, verificados nesta ordem")
         ->option_text("ARQUIVO...")
         ->required();
@@ -218,7 +228,7 @@ private:
     CLI::App& importar;
     CLI::App& layouts;
     std::filesystem::path pasta = tv::files::executableFolder();
-    boletos::PedidoValidar pedido{pasta, {}, "texto", {}, {}};
+    boletos::PedidoValidar pedido{.pasta = pasta};
     boletos::PedidoPlanilha planilha{pasta, {}, {}};
 };
 

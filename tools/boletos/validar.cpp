@@ -1,6 +1,7 @@
 #include "Catalogo.h"
 #include "Relatorio.h"
 #include "Saida.h"
+#include "Verificacao.h"
 #include "comandos.h"
 
 #include "platform/Error.h"
@@ -59,26 +60,6 @@ private:
     bool ativo_;
 };
 
-ArquivoValidado verifica(tv::clsValidador& validador, const std::filesystem::path& arquivo,
-                         const std::shared_ptr<const tv::clsBoleto>& layout) {
-    const auto antes = validador.getResultado();
-    const auto inicio = std::chrono::steady_clock::now();
-    const bool semResultado = validador.isValido(arquivo, layout);
-    ArquivoValidado validado;
-    validado.tempo = std::chrono::steady_clock::now() - inicio;
-    validado.arquivo = arquivo;
-    validado.avisos = validador.getAvisos();
-    // A run that could not begin leaves the findings of the file before.
-    const bool rodou = validador.getResultado() != antes;
-    validado.resultados = rodou ? validador.getResultado() : std::make_shared<const tv::Resultados>();
-    if (!rodou && validado.avisos.empty()) {
-        validado.avisos.emplace_back("O nome do arquivo está em branco");
-    }
-    validado.ilegivel = validador.arquivoIlegivel();
-    validado.valido = semResultado && validado.verificado();
-    return validado;
-}
-
 int statusDe(const ArquivoValidado& validado) {
     if (!validado.verificado()) {
         return status::falha;
@@ -108,12 +89,13 @@ void trataInterrupcao() {
     static_cast<void>(sigaction(SIGINT, &aoFim, nullptr));
 }
 
-/// The call's files one after the other, by one validator.
+/// The call's files in their order.
 class Lote {
 public:
-    Lote(const Contexto& contexto, Relatorio& relatorio)
+    Lote(const Contexto& contexto, int jobs, Relatorio& relatorio)
         : contexto_(contexto)
         , relatorio_(relatorio)
+        , verificacao_(Verificacao::cria(contexto.arquivos, contexto.layout, jobs))
         , progresso_(contexto.arquivos.size()) {}
 
     /// Gives the status of the files.
@@ -123,7 +105,7 @@ public:
                 break;
             }
             progresso_.mostra(++feitos_, arquivo);
-            const ArquivoValidado validado = verifica(validador_, arquivo, contexto_.layout);
+            const ArquivoValidado validado = verificacao_->proximo();
             progresso_.apaga();
             avisaMotivos(validado);
             relata(validado);
@@ -151,8 +133,8 @@ private:
 
     const Contexto& contexto_;
     Relatorio& relatorio_;
+    std::unique_ptr<Verificacao> verificacao_;
     Progresso progresso_;
-    tv::clsValidador validador_;
     std::size_t feitos_ = 0;
     int status_ = status::valido;
 };
@@ -166,7 +148,7 @@ int validar(const PedidoValidar& pedido) {
                             pedido.arquivos};
     Protegidos(pedido.arquivos).confere(pedido.saida);
     const std::unique_ptr<Relatorio> relatorio = fabricaDe(pedido.formato)(contexto);
-    return Lote(contexto, *relatorio).verificaTodos();
+    return Lote(contexto, pedido.jobs, *relatorio).verificaTodos();
 }
 
 } // namespace boletos

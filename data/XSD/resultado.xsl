@@ -4,7 +4,8 @@
 
 	Entrada: TORVA com BOLETO (data, LAYOUT, ARQUIVO) e um RESULTADO por ocorrência, com DESCRICAO e LOCAL.
 
-	A página não leva programas nem busca nada fora dela. As ocorrências vêm em blocos de tamanho fixo, que o navegador
+	A página não leva programas nem busca nada fora dela. Cada ocorrência tem o seu lugar (o1, o2 e assim por diante), ao
+	qual a busca leva e que então se destaca. As ocorrências vêm em blocos de tamanho fixo, que o navegador
 	só desenha quando chegam à tela; assim quarenta mil abrem como se fossem duzentas. Cada bloco parte da sua primeira
 	ocorrência e caminha de vizinha em vizinha, para que o tempo cresça na proporção do número delas.
 -->
@@ -33,7 +34,7 @@
 				<xsl:call-template name="estilo"/>
 			</head>
 			<body>
-				<header>
+				<header id="inicio">
 					<h1>Resultado da validação</h1>
 					<xsl:apply-templates select="BOLETO"/>
 				</header>
@@ -229,7 +230,7 @@
 	<xsl:template match="RESULTADO">
 		<xsl:param name="numero"/>
 		<xsl:param name="faltam"/>
-		<tr>
+		<tr id="o{$numero}">
 			<td class="n"><xsl:value-of select="$numero"/></td>
 			<xsl:choose>
 				<xsl:when test="@tipoResultado = 'DOMINIO'"><td class="dominio">Domínio</td></xsl:when>
@@ -316,8 +317,10 @@
 			.ocorrencias { width: 100%; table-layout: fixed; }
 			.ocorrencias td { overflow-wrap: anywhere; }
 			.ocorrencias tbody tr:nth-child(even) { background: #f6f7f8; }
-			.cNumero { width: 4%; } .cTipo { width: 10%; } .cDescricao { width: 23%; } .cFundo { width: 14%; }
-			.cSecao { width: 11%; } .cCampo { width: 11%; } .cValor { width: 15%; } .cLinha { width: 6%; } .cColuna { width: 6%; }
+			.ocorrencias tbody tr { scroll-margin-top: 30vh; }
+			.ocorrencias tbody tr:target { background: #ffe78a; }
+			.cNumero { width: 6%; } .cTipo { width: 10%; } .cDescricao { width: 22%; } .cFundo { width: 14%; }
+			.cSecao { width: 11%; } .cCampo { width: 11%; } .cValor { width: 14%; } .cLinha { width: 6%; } .cColuna { width: 6%; }
 			.valor { white-space: pre-wrap; }
 			.dominio { color: #7a4b00; } .estrutura { color: #a01818; } .desconhecido { color: #3c3c8c; }
 			small { color: #4a4a4a; }
@@ -327,6 +330,7 @@
 				.bloco { content-visibility: visible; }
 				thead { display: table-header-group; }
 				tr { break-inside: avoid; }
+				.ocorrencias tbody tr:target { background: none; }
 				.resumo { break-inside: avoid; }
 			}
 		</style>

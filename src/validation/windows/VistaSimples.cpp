@@ -3,6 +3,7 @@
 #include "common/windows/textoQt.h"
 #include "platform/Error.h"
 #include "platform/Files.h"
+#include "validation/BuscaNoRelatorio.h"
 #include "validation/paginasRelatorio.h"
 #include "validation/windows/BarraLocalizar.h"
 
@@ -182,11 +183,11 @@ void VistaSimples::procura(const QString& texto, bool paraTras) {
 bool VistaSimples::procuraAdiante(const QString& texto, bool paraTras) {
     const int antes = atual_;
     const auto quantas = static_cast<int>(paginas_.size());
+    const std::string procurado = textoParaBusca(paraUtf8(texto));
     for (int passo = 1; passo <= quantas; ++passo) {
         const int numero = ((antes + (paraTras ? -passo : passo)) % quantas + quantas) % quantas;
         // Laying a block out costs far more than a look at its text.
-        if (!paraQt(paginas_[static_cast<std::size_t>(numero)])
-                 .contains(texto.toHtmlEscaped(), Qt::CaseInsensitive)) {
+        if (paraBusca(paginas_[static_cast<std::size_t>(numero)]).find(procurado) == std::string::npos) {
             continue;
         }
         mostraPagina(numero);

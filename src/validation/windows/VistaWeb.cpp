@@ -3,6 +3,7 @@
 #include "common/windows/textoQt.h"
 #include "logging/Routine.h"
 #include "platform/Error.h"
+#include "platform/Files.h"
 #include "validation/windows/BarraLocalizar.h"
 
 #include <QChildEvent>
@@ -26,6 +27,7 @@ constexpr double menorZoom = 0.25;
 constexpr double maiorZoom = 5.0;
 constexpr int passoDaRoda = 120;
 constexpr std::chrono::minutes esperaMaxima{5};
+constexpr std::size_t ocorrenciasParaOMotor = 2000; ///< Up to so many findings the engine's search is quick.
 
 QUrl semFragmento(const QUrl& url) {
     return url.adjusted(QUrl::RemoveFragment);
@@ -82,6 +84,12 @@ PaginaWeb::PaginaWeb(QWebEngineProfile& perfil)
 void PaginaWeb::abre(const QUrl& pagina) {
     guarda_.setPagina(pagina);
     setUrl(pagina);
+}
+
+void PaginaWeb::vaiPara(const QString& ancora) {
+    QUrl lugar = url();
+    lugar.setFragment(ancora);
+    setUrl(lugar);
 }
 
 bool PaginaWeb::acceptNavigationRequest(const QUrl& url, NavigationType /*tipo*/, bool /*principal*/) {
@@ -141,6 +149,8 @@ void VistaWeb::esperaImpressao() {
 }
 
 void VistaWeb::abre(const std::filesystem::path& pagina) {
+    arquivo_ = pagina;
+    busca_.reset();
     pagina_->abre(QUrl::fromLocalFile(caminhoQt(pagina)));
 }
 
@@ -184,7 +194,26 @@ void VistaWeb::setZoom(double fator) {
 }
 
 void VistaWeb::procura(const QString& texto, bool paraTras) {
-    pagina_->findText(texto, paraTras ? QWebEnginePage::FindBackward : QWebEnginePage::FindFlags());
+    if (guarded("VistaWeb.procura", false, [this] { return muitasOcorrencias(); })) {
+        procuraOcorrencia(texto, paraTras);
+    } else {
+        pagina_->findText(texto, paraTras ? QWebEnginePage::FindBackward : QWebEnginePage::FindFlags());
+    }
+}
+
+bool VistaWeb::muitasOcorrencias() {
+    if (!busca_) {
+        const bool temPagina = !arquivo_.empty() && files::exists(arquivo_);
+        busca_ = std::make_unique<BuscaNoRelatorio>(temPagina ? files::readAll(arquivo_) : std::string());
+    }
+    return busca_->ocorrencias() > ocorrenciasParaOMotor;
+}
+
+void VistaWeb::procuraOcorrencia(const QString& texto, bool paraTras) {
+    const auto passo = busca_->vai(paraUtf8(texto), paraTras);
+    // A place that the page does not have takes its mark away and leaves it where it is.
+    pagina_->vaiPara(passo ? paraQt(BuscaNoRelatorio::ancora(passo->lugar)) : QStringLiteral("nenhuma"));
+    barra().mostraAchados(passo ? passo->numero : 0, passo ? passo->total : 0);
 }
 
 /// The engine takes the wheel in a widget of its own, which comes and goes below the view.

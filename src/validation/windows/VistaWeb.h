@@ -1,11 +1,13 @@
 #pragma once
 
+#include "validation/BuscaNoRelatorio.h"
 #include "validation/windows/VistaRelatorio.h"
 
 #include <QWebEngineFindTextResult>
 #include <QWebEnginePage>
 #include <QWebEngineUrlRequestInterceptor>
 
+#include <filesystem>
 #include <memory>
 
 class QWebEngineProfile;
@@ -32,6 +34,8 @@ public:
     explicit PaginaWeb(QWebEngineProfile& perfil);
 
     void abre(const QUrl& pagina);
+    /// Scrolls to a named place of the page and makes it its target.
+    void vaiPara(const QString& ancora);
     const GuardaDePedidos& guarda() const noexcept { return guarda_; }
 
 protected:
@@ -42,7 +46,8 @@ private:
     GuardaDePedidos guarda_;
 };
 
-/// The report in the web engine.
+/// The report in the web engine. The engine's own search lays out the whole page, which takes many seconds
+/// for tens of thousands of findings; in such a report a search goes from finding to finding instead.
 class VistaWeb : public VistaRelatorio {
     Q_OBJECT
 public:
@@ -63,6 +68,8 @@ protected:
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
 private:
+    bool muitasOcorrencias();
+    void procuraOcorrencia(const QString& texto, bool paraTras);
     void terminaImpressao(bool certo);
     void esperaImpressao();
     void roda(int angulo);
@@ -71,8 +78,10 @@ private:
     std::unique_ptr<PaginaWeb> pagina_;
     QWebEngineView* brwReport_;
     std::unique_ptr<QPrinter> impressora_;
-    AoImprimir aoTerminar_; ///< Set while a print is under way.
-    int rodado_ = 0;        ///< Eighths of a degree that the wheel turned beyond the last step.
+    AoImprimir aoTerminar_;                   ///< Set while a print is under way.
+    std::filesystem::path arquivo_;           ///< Of the page.
+    std::unique_ptr<BuscaNoRelatorio> busca_; ///< Made at the first search.
+    int rodado_ = 0; ///< Eighths of a degree that the wheel turned beyond the last step.
 };
 
 } // namespace tv

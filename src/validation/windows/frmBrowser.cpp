@@ -11,7 +11,6 @@
 #include "common/windows/textoQt.h"
 #include "logging/Routine.h"
 #include "platform/Files.h"
-#include "platform/text.h"
 #include "validation/biblioteca.h"
 #include "validation/documentoResultado.h"
 #include "validation/nomeRelatorio.h"
@@ -39,10 +38,6 @@ constexpr std::int32_t semResultado = -2147221504;
 constexpr int margemTitulo = 5;     // pixels at each side: the frame is 150 twips narrower than the window
 constexpr int alturaLogotipo = 28;  // pixels
 constexpr int resolucaoPapel = 300; // dots per inch; the engine paints sheets as pictures, which grow with it
-
-QString semBlancos(const QString& texto) {
-    return paraQt(text::trim(paraUtf8(texto)));
-}
 
 /// The progress window of making a report.
 std::unique_ptr<frmMensagem> avisoDeAbertura(const QString& titulo) {

@@ -65,6 +65,33 @@ TEST_F(frmBrowserUsoTest, FindsInBlocksThatWereNotDrawnYet) {
     EXPECT_TRUE(espera([this] { return achados() == "1 de 1"; })) << achados();
 }
 
+/// Beyond what the engine's search can lay out in time.
+TEST_F(frmBrowserUsoTest, WalksFromFindingToFindingInALongReport) {
+    abre(muitos(2500));
+    vista().localiza();
+    const auto alvo = [this] { return paraUtf8(brwReport().url().fragment()); };
+    const QImage antes = brwReport().grab().toImage();
+    QTest::keyClicks(&texto(), QStringLiteral("VALOR 249"));
+    EXPECT_EQ(achados(), "1 de 11"); // 249 and 2490 to 2499
+    EXPECT_TRUE(espera([&] { return alvo() == "o249"; })) << alvo();
+    EXPECT_TRUE(espera([&] { return brwReport().grab().toImage() != antes; }));
+    EXPECT_TRUE(texto().hasFocus());
+    QTest::keyClick(&texto(), Qt::Key_Return);
+    EXPECT_EQ(achados(), "2 de 11");
+    EXPECT_TRUE(espera([&] { return alvo() == "o2490"; })) << alvo();
+    QTest::keyClick(&texto(), Qt::Key_Return, Qt::ShiftModifier);
+    QTest::keyClick(&texto(), Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(achados(), "11 de 11");
+    EXPECT_TRUE(espera([&] { return alvo() == "o2499"; })) << alvo();
+    texto().setText(QStringLiteral("/dados/fundo.xml")); // in the page's header
+    EXPECT_EQ(achados(), "1 de 1");
+    EXPECT_TRUE(espera([&] { return alvo() == "inicio"; })) << alvo();
+    texto().setText(QStringLiteral("nunca"));
+    EXPECT_EQ(achados(), "Texto não encontrado");
+    QTest::keyClick(&texto(), Qt::Key_Escape);
+    EXPECT_FALSE(controle("barraLocalizar").isVisible());
+}
+
 TEST_F(frmBrowserUsoTest, EscapeClosesTheFindBarAndGivesTheKeyboardBack) {
     abre(muitos(1));
     vista().localiza();

@@ -5,9 +5,11 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QResizeEvent>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 
 #include <algorithm>
 #include <array>
@@ -78,6 +80,9 @@ CaixaXML::CaixaXML(QWidget* dono)
     : QPlainTextEdit(dono) {
     setObjectName(QStringLiteral("txtXML"));
     setAccessibleName(QStringLiteral("Texto do arquivo XML"));
+    QTextOption opcoes = document()->defaultTextOption();
+    opcoes.setTextDirection(Qt::LeftToRight); // markup reads so, whatever language its values are in
+    document()->setDefaultTextOption(opcoes);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setUndoRedoEnabled(false);
     QFont fonte = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -231,6 +236,17 @@ void CaixaXML::contextMenuEvent(QContextMenuEvent* evento) {
     menu.setObjectName(QStringLiteral("menuTexto"));
     Q_EMIT menuPedido(menu);
     menu.exec(evento->globalPos());
+}
+
+/// At another width the box would lay every line out anew, and keep a layout for each. Lines that do not wrap
+/// and begin at the left do not depend on the width.
+void CaixaXML::resizeEvent(QResizeEvent* evento) {
+    if (lineWrapMode() != QPlainTextEdit::NoWrap) {
+        QPlainTextEdit::resizeEvent(evento);
+        return;
+    }
+    QResizeEvent soAltura(evento->size(), QSize(evento->size().width(), evento->oldSize().height()));
+    QPlainTextEdit::resizeEvent(&soAltura);
 }
 
 QMimeData* CaixaXML::createMimeDataFromSelection() const {

@@ -59,6 +59,7 @@ protected:
     void keyPressEvent(QKeyEvent* evento) override;
     void focusInEvent(QFocusEvent* evento) override;
     void contextMenuEvent(QContextMenuEvent* evento) override;
+    void resizeEvent(QResizeEvent* evento) override;
     QMimeData* createMimeDataFromSelection() const override;
 
 private:

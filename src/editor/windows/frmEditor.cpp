@@ -37,7 +37,7 @@ void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
         frmMensagem progresso;
         progresso.setMsg(QStringLiteral("Abrindo Arquivo XML"), QStringLiteral("Arquivo: ") + arquivo, 0, 3);
         status(QStringLiteral("Abrindo Arquivo XML ..."));
-        const QString titulo = QLatin1Char('[') + arquivo.trimmed() + QLatin1Char(']');
+        const QString titulo = QLatin1Char('[') + semBlancos(arquivo) + QLatin1Char(']');
         setWindowTitle(QStringLiteral("Editor de XML ") + titulo);
         proceed([this] { setWindowIcon(frmObjetos::imagem(QStringLiteral("imgEdit"))); });
         if (boleto) {
@@ -45,7 +45,7 @@ void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
                                 QStringLiteral(" (") + paraQt(boleto->getVersao()) + QLatin1Char(')'));
         }
         lblTitulo_->setText(lblTitulo_->text() + QStringLiteral(" - ") + titulo);
-        lblTitulo_->setToolTip(arquivo.trimmed());
+        lblTitulo_->setToolTip(semBlancos(arquivo));
         buildToolbar();
         boleto_ = boleto;
         arquivo_ = arquivo;
@@ -67,7 +67,7 @@ void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
 void frmEditor::carrega() {
     std::u16string texto;
     try {
-        texto = CaixaXML::interno(quebras_.quebra(disco_.le(paraCaminho(arquivo_.trimmed()))));
+        texto = CaixaXML::interno(quebras_.quebra(disco_.le(paraCaminho(semBlancos(arquivo_)))));
     } catch (const std::exception& falha) {
         logFailure(falha);
         texto.clear();

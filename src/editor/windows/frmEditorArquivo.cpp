@@ -100,7 +100,7 @@ void frmEditor::saveBoleto() {
 
 void frmEditor::salva() {
     salvamentoFalhou_ = false;
-    if (arquivo_.trimmed().isEmpty()) {
+    if (semBlancos(arquivo_).isEmpty()) {
         return;
     }
     salvamentoFalhou_ = true; // until it is done
@@ -172,7 +172,7 @@ void frmEditor::valida() {
         progresso.setMsg(QStringLiteral("Validando Arquivo XML"), descricaoDoArquivo());
         status(QStringLiteral("Validando arquivo ..."));
         validando_ = true;
-        valido = validador.isValido(paraCaminho(arquivo_.trimmed()), boleto);
+        valido = validador.isValido(paraCaminho(semBlancos(arquivo_)), boleto);
         if (!viva) {
             return;
         }

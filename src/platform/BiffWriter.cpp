@@ -61,8 +61,8 @@ void putFont(std::string& to, bool bold) {
     put16(body, 0);
     put16(body, 0x7FFF); // the window's colour
     put16(body, bold ? 700 : 400);
-    put32(body, 0);
-    put32(body, 0); // no underline; family, character set
+    put16(body, 0); // neither raised nor lowered
+    put32(body, 0); // no underline; any family, any character set
     putShortString(body, "Arial", 31);
     put(to, Kind::Font, body);
 }

@@ -140,6 +140,7 @@ for sheet in book.sheets():
             lines.writerow([cell.value for cell in row])
     look = [book.xf_list[sheet.cell_xf_index(row, 0)] for row in range(sheet.nrows)]
     weights = [book.font_list[xf.font_index].weight for xf in look]
+    assert all(font.name == 'Arial' and font.height == 200 for font in book.font_list[:4]), book.font_list
     assert weights[0] == 700 and all(weight == 400 for weight in weights[1:]), weights
     assert all(book.format_map[xf.format_key].format_str == '@' for xf in look)
     assert sheet.panes_are_frozen and sheet.horz_split_pos == 1 and sheet.vert_split_pos == 0

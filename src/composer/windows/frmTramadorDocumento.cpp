@@ -21,6 +21,8 @@
 #include "validation/windows/frmBrowser.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 
 #include <algorithm>
@@ -38,6 +40,12 @@ constexpr int figuraValidador = 1;
 bool soDominio(const std::shared_ptr<const Resultados>& resultados) {
     return !resultados || std::all_of(resultados->begin(), resultados->end(),
                                       [](const clsResultado& resultado) { return resultado.isDominio(); });
+}
+
+/// A proposed name without a folder stands in the document's folder.
+QString juntoDe(const std::string& documento, const QString& nome) {
+    const bool semPasta = !nome.isEmpty() && QFileInfo(nome).isRelative();
+    return documento.empty() || !semPasta ? nome : QFileInfo(paraQt(documento)).dir().filePath(nome);
 }
 
 /// A file that is taken away at the end, unless it has got another name by then.
@@ -257,7 +265,7 @@ void frmTramador::salvarBoleto() {
 }
 
 void frmTramador::salva(const std::filesystem::path& temporario) {
-    QString nome = paraQt(nomeDoArquivo::proposta(documento_));
+    QString nome = juntoDe(documento_.estado.arquivo, paraQt(nomeDoArquivo::proposta(documento_)));
     bool valido = false;
     clsValidador validador;
     {

@@ -82,6 +82,17 @@ TEST_F(frmTramadorDocumento, SavedFileOpensWithTheSameRows) {
     EXPECT_EQ(linhasDoDocumento(documento()), linhas);
 }
 
+TEST_F(frmTramadorDocumento, ProposedNameStandsInTheDocumentsFolder) {
+    abre("movimento_2_00");
+    janela->abrirBoleto(amostra("movimento_2_00/valido_pequeno.xml"));
+    DialogosDeArquivo dialogos{DialogosDeArquivo::cancela()};
+    clica("btnSalvar");
+    ASSERT_EQ(dialogos.vistos().size(), 1U);
+    EXPECT_EQ(dialogos.vistos()[0].pasta, caminhoQt(pastaDasAmostras() / "movimento_2_00"));
+    EXPECT_TRUE(dialogos.vistos()[0].nome.endsWith(q("_.xml"))) << dialogos.vistos()[0].nome.toStdString();
+    EXPECT_EQ(dialogos.vistos()[0].filtros, QStringList{q("Arquivos XML (*.xml)")});
+}
+
 TEST_F(frmTramadorDocumento, CancelledSaveLeavesTheDocumentUnsaved) {
     abre("arquivoposicao_4_01");
     janela->abrirBoleto(amostra("arquivoposicao_4_01/valido_pequeno.xml"));
@@ -140,6 +151,9 @@ TEST_F(frmTramadorDocumento, StructuralFaultOffersTheEditor) {
     janela->abrirBoleto(amostra("ArquivoPosicao_2_01/errado_malformado.xml"));
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, q("Boleto inválido!\n\nDeseja abrir o editor?"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Critical);
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({q("Sim"), q("Não")}));
+    EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
     const auto* editor = aberta<frmEditor>();
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->arquivo(), amostra("ArquivoPosicao_2_01/errado_malformado.xml"));
@@ -153,8 +167,14 @@ TEST_F(frmTramadorDocumento, DomainFaultsAreOpenedAtTheUsersRisk) {
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto,
               q("Boleto inválido!\n\nAlgumas informações podem ser perdidas!  \n\nDeseja continuar?"));
-    EXPECT_NE(aberta<frmBrowser>(), nullptr);
-    EXPECT_FALSE(linhasDoDocumento(documento()).empty());
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({q("Sim"), q("Não")}));
+    ASSERT_NE(aberta<frmBrowser>(), nullptr);
+    EXPECT_EQ(arvore().topLevelItem(0)->childCount(), 1);
+    const auto linhas = linhasDoDocumento(documento());
+    EXPECT_TRUE(std::any_of(linhas.begin(), linhas.end(), [](const std::string& linha) {
+        return linha.find("|JUROS|") != std::string::npos;
+    })) << "the bad value is kept";
 }
 
 TEST_F(frmTramadorDocumento, CancelledOpeningEmptiesTheTreeOnly) {
@@ -175,6 +195,7 @@ TEST_F(frmTramadorDocumento, ValidDocumentIsToldValid) {
     clica("btnValidar");
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, q("Boleto válido"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Information);
     EXPECT_EQ(janela->resultados(), nullptr);
 }
 
@@ -226,6 +247,35 @@ TEST_F(frmTramadorDocumento, PrintsTheCaptionAboveAndTheFileBelow) {
     grade().aoVisualizar(previsao);
     EXPECT_EQ(previsao.titulo, grade().captionVisivel());
     EXPECT_FALSE(previsao.icone.isNull());
+}
+
+TEST_F(frmTramadorDocumento, PreviewBearsTheGridsCaption) {
+    abre("arquivoposicao_4_01");
+    incluiFundo(cnpj);
+    QString titulo;
+    QTimer::singleShot(50, janela, [&] {
+        QWidget* const previsao = QApplication::activeModalWidget();
+        ASSERT_NE(previsao, nullptr);
+        titulo = previsao->windowTitle();
+        QTest::keyClick(previsao, Qt::Key_Escape);
+    });
+    clica("btnVisualizar");
+    EXPECT_EQ(titulo, grade().captionVisivel());
+    EXPECT_EQ(titulo, paraQt(documento().layout().getTitulo()));
+}
+
+TEST_F(frmTramadorDocumento, PrintingAsksForThePrinter) {
+    abre("arquivoposicao_4_01");
+    incluiFundo(cnpj);
+    bool perguntou = false;
+    QTimer::singleShot(50, janela, [&] {
+        QWidget* const dialogo = QApplication::activeModalWidget();
+        ASSERT_NE(dialogo, nullptr);
+        perguntou = dialogo->inherits("QPrintDialog");
+        dialogo->close();
+    });
+    clica("btnImprimir");
+    EXPECT_TRUE(perguntou);
 }
 
 TEST_F(frmTramadorDocumento, ClickOnAFundAmongManyRowsIsQuick) {

@@ -1,6 +1,8 @@
 // Rows through the window: adding, committing, the rules' messages, removing, and the tree that follows.
 #include "composer/windows/BancadaTramador.h"
 
+#include <QAbstractItemView>
+
 using namespace tv;
 using namespace tv::test;
 
@@ -108,9 +110,27 @@ TEST_F(frmTramadorLinhas, LeavingARowCommitsIt) {
 }
 
 TEST_F(frmTramadorLinhas, ChosenListItemCommitsTheRow) {
+    abreNaSecao("ArquivoPosicao_2_01", {"Boleto", fundoNaTela, "Caixa"});
+    clica("btnAdicionar");
+    completa(0);
+    const std::string antes = texto(0, "tpconta");
+    estado().salvo = true;
+    vaiPara(0, "tpconta");
+    QTest::keyClick(&grade(), Qt::Key_F2);
+    ASSERT_TRUE(espera([this] { return lista() != nullptr && lista()->view()->isVisible(); }));
+    QTest::keyClick(lista()->view(), Qt::Key_End);
+    QTest::keyClick(lista()->view(), Qt::Key_Return);
+    ASSERT_TRUE(espera([this] { return lista() == nullptr; }));
+    EXPECT_NE(texto(0, "tpconta"), antes);
+    EXPECT_EQ(texto(0, "rowMaster"), "1");
+    EXPECT_FALSE(estado().salvo);
+}
+
+TEST_F(frmTramadorLinhas, CtrlEnterCommitsTheRow) {
     abreNaSecao("ArquivoPosicao_2_01", {"Boleto", fundoNaTela, "Despesas do mês"});
     clica("btnAdicionar");
     completa(0);
+    estado().salvo = true;
     QTest::keyClick(&grade(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(texto(0, "rowMaster"), "1");
     EXPECT_FALSE(estado().salvo);

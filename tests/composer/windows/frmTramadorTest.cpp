@@ -163,6 +163,8 @@ TEST_F(frmTramadorAbertura, FailureIsToldAndClosesTheWindow) {
     nova.abrir(nullptr);
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, q("Não é possível abrir o Tramador!"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList{q("OK")});
     EXPECT_TRUE(espera([&] { return !viva; }));
 }
 
@@ -173,6 +175,9 @@ TEST_F(frmTramadorAbertura, CloseAsksFirst) {
         clica("btnFechar");
         ASSERT_EQ(caixas.vistas().size(), 1U);
         EXPECT_EQ(caixas.vistas()[0].texto, q("Deseja fechar o boleto atual?"));
+        EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
+        EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({q("Sim"), q("Não")}));
+        EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
     }
     ASSERT_TRUE(janela);
     Caixas caixas{q("Sim")};
@@ -189,12 +194,7 @@ TEST_F(frmTramadorAbertura, UnsavedDocumentAsksBeforeItCloses) {
     clica("btnFechar");
     ASSERT_EQ(caixas.vistas().size(), 2U);
     EXPECT_EQ(caixas.vistas()[1].texto, q("Deseja salvar o boleto?"));
+    EXPECT_EQ(caixas.vistas()[1].icone, QMessageBox::Question);
+    EXPECT_EQ(caixas.vistas()[1].botoes, QStringList({q("Sim"), q("Não")}));
     EXPECT_TRUE(espera([&] { return !janela; }));
-}
-
-TEST_F(frmTramadorAbertura, WorkbookKeysAreNotOfferedYet) {
-    abre("arquivoposicao_4_01");
-    const Caixas caixas;
-    clica("btnImportarExcel");
-    EXPECT_TRUE(janela);
 }

@@ -20,6 +20,20 @@ Moment& lastTurn() {
     return moment;
 }
 
+/// Turns that stand on the call stack.
+int& depth() {
+    static int turns = 0;
+    return turns;
+}
+
+class InTurn {
+public:
+    InTurn() noexcept { ++depth(); }
+    ~InTurn() { --depth(); }
+    InTurn(const InTurn&) = delete;
+    InTurn& operator=(const InTurn&) = delete;
+};
+
 } // namespace
 
 void setHandler(std::function<void()> newHandler) {
@@ -43,9 +57,14 @@ void take() {
     if (!turn) {
         return;
     }
+    const InTurn here;
     lastTurn() = std::chrono::steady_clock::now();
     turn();
     lastTurn() = std::chrono::steady_clock::now();
+}
+
+bool taking() noexcept {
+    return depth() > 0;
 }
 
 } // namespace tv::turns

@@ -12,5 +12,7 @@ void setHandler(std::function<void()> handler);
 void due();
 /// Takes a turn now.
 void take();
+/// True inside of a turn: a long run stands on the call stack and goes on behind the turn.
+bool taking() noexcept;
 
 } // namespace tv::turns

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <stdexcept>
 #include <thread>
 
 namespace tv::turns {
@@ -42,6 +43,26 @@ TEST_F(Turns, can_be_taken_at_any_time) {
     take();
     take();
     EXPECT_EQ(taken, 2);
+}
+
+TEST_F(Turns, know_whether_one_is_being_taken) {
+    bool inside = false;
+    bool behindTheInnerOne = false;
+    setHandler([&] {
+        if (++taken == 1) {
+            inside = taking();
+            take();
+            behindTheInnerOne = taking();
+        }
+    });
+    EXPECT_FALSE(taking());
+    take();
+    EXPECT_TRUE(inside);
+    EXPECT_TRUE(behindTheInnerOne);
+    EXPECT_FALSE(taking());
+    setHandler([] { throw std::runtime_error("a turn fails"); });
+    EXPECT_THROW(take(), std::runtime_error);
+    EXPECT_FALSE(taking());
 }
 
 TEST_F(Turns, may_change_the_handler_and_ask_for_turns_themselves) {

@@ -98,6 +98,14 @@ void closeApplication() {
         return;
     }
     proceed([] { mdiMain::instancia().closeAllWindows(); });
+    if (mdiMain::instancia().temFilhas()) {
+        return;
+    }
+    if (turns::taking()) {
+        // The run on the call stack needs catalog and log, which go when the event loop has ended behind it.
+        mdiMain::instancia().close();
+        return;
+    }
     proceed([] { objTramadorValidador.reset(); });
     encerraProcesso(EXIT_SUCCESS);
 }

@@ -15,7 +15,10 @@ void ligaTurnos();
 /// messages and ends the process.
 void iniciaSistema();
 
-/// Asks the user and, on Sim, closes all windows, releases the catalog and ends the process.
+/// Asks the user and, on Sim, closes all windows, releases the catalog and ends the process. A window that
+/// stays open, because what its user wanted saved is not, keeps the program open. When a long run has given
+/// the turn for this, the main window goes at once and the process behind the run, which ends with the file
+/// under way.
 void closeApplication();
 
 /// Ends the process at once, without a question and without cleaning up. What was written to files stays

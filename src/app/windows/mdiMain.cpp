@@ -237,6 +237,12 @@ std::vector<QPointer<Janela>> mdiMain::filhasDaUltima() const {
     return abertas;
 }
 
+bool mdiMain::temFilhas() const {
+    const std::vector<QPointer<Janela>> filhas = filhasDaUltima();
+    return std::any_of(filhas.begin(), filhas.end(),
+                       [](const QPointer<Janela>& janela) { return !janela->descarregada(); });
+}
+
 void mdiMain::selectTramador() {
     frmSelecionaBoleto selecao(this);
     selecao.tramador();

@@ -58,6 +58,8 @@ public:
     void recebe(std::unique_ptr<Janela> janela);
     /// The child window in front, or null.
     Janela* janelaAtiva() const;
+    /// Whether child windows are open, enrolled or not.
+    bool temFilhas() const;
     /// The open child windows under their `janelaID`.
     const KeyedCollection<Janela*>& janelas() const noexcept { return janelas_; }
     /// Menu bar and tool bar.
@@ -75,7 +77,6 @@ private:
 
     void clica(const QString& identificador);
     void executa(const QString& identificador);
-    void abrePeloTag(const QString& identificador);
     void trazJanela(const QString& identificador);
     void mostraSobre();
     void mostraAjuda();

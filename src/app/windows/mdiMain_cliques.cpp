@@ -107,7 +107,7 @@ void mdiMain::trazJanela(const QString& identificador) {
 }
 
 void mdiMain::mostraSobre() {
-    if (sobre_ == nullptr) {
+    if (sobre_ == nullptr || !sobre_->isVisible()) { // a closed one waits for its deletion
         sobre_ = new frmAbout(this);
         sobre_->setAttribute(Qt::WA_DeleteOnClose);
     }

@@ -137,7 +137,6 @@ private:
     void setAlturaDasLinhas(const QFont& fonte);
     void anunciaAtiva();
     void removePelaTecla();
-    void copia();
     int colunaVisivel() const;
 
     ModeloGrade* modelo_;

@@ -6,6 +6,7 @@
 #include "app/windows/mdiMain.h"
 #include "logging/LogFolder.h"
 #include "model/LayoutXml.h"
+#include "platform/Clock.h"
 
 #include <QByteArray>
 
@@ -49,7 +50,8 @@ inline constexpr const char* aberturaDoRegistro = "Início de Execução";
 inline constexpr const char* fechamentoDoRegistro = "Término de Execução";
 
 /// An application folder of its own, with the program's globals as they are before the start; both go with
-/// the object. A process that a test starts to see how it ends works in the folder of the test.
+/// the object. Time stands still meanwhile: at midnight the log would begin another file. A process that a
+/// test starts to see how it ends works in the folder of the test.
 class PastaDoPrograma {
 public:
     PastaDoPrograma() {
@@ -105,6 +107,7 @@ private:
         oLogger.reset();
     }
 
+    clock::Frozen agora_{clock::at(2026, 3, 14, 10)};
     std::optional<TemporaryFolder> propria_;
     std::filesystem::path caminho_;
 };

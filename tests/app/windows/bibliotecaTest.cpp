@@ -1,123 +1,31 @@
-// The program's start and end. Where the process ends, the test runs in a process of its own, which tells on
-// its error stream what it saw before.
+// The program's start.
 #include "app/windows/biblioteca.h"
-#include "app/windows/JanelaDeTeste.h"
-#include "app/windows/PastaDoPrograma.h"
-#include "app/windows/frmSplash.h"
-#include "app/windows/mdiMain.h"
-#include "common/windows/mensagem.h"
+
+#include "app/windows/ProgramaInteiro.h"
 #include "platform/Turns.h"
-#include "windows/Caixas.h"
-#include "windows/EnderecosAbertos.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
-#include <iostream>
 
 namespace tv {
 namespace {
 
-using test::abreJanela;
-using test::Caixas;
-using test::EnderecosAbertos;
+using test::CaixasContadas;
+using test::descreve;
+using test::DocumentosContados;
 using test::layout;
 using test::occurrences;
+using test::principalVisivel;
+using test::quando;
+using test::splashVisivel;
 using ::testing::ExitedWithCode;
 
 QString q(const char* texto) {
     return QString::fromUtf8(texto);
 }
 
-const char* nomeDoIcone(QMessageBox::Icon icone) {
-    switch (icone) {
-    case QMessageBox::Critical:
-        return "critico";
-    case QMessageBox::Information:
-        return "informacao";
-    case QMessageBox::Warning:
-        return "exclamacao";
-    case QMessageBox::Question:
-        return "pergunta";
-    case QMessageBox::NoIcon:
-        break;
-    }
-    return "sem icone";
-}
-
-/// A box as one line: title|icon|text|buttons.
-std::string descreve(const QMessageBox& caixa) {
-    std::string linha = "caixa " + caixa.windowTitle().toStdString() + "|" + nomeDoIcone(caixa.icon()) + "|" +
-                        caixa.text().toStdString();
-    for (const QAbstractButton* botao : caixa.buttons()) {
-        linha += "|" + botao->text().remove(QLatin1Char('&')).toStdString();
-    }
-    return linha + "\n";
-}
-
-/// Answers boxes and tells each on the error stream.
-class CaixasContadas : public Caixas {
-public:
-    CaixasContadas(std::initializer_list<QString> respostas)
-        : Caixas(respostas) {
-        aoVer = [](const QMessageBox& caixa) { std::cerr << descreve(caixa); };
-    }
-};
-
-/// Documents that are opened are told on the error stream, since the process ends before a test can ask.
-class DocumentosContados : public EnderecosAbertos {
-public:
-    DocumentosContados() {
-        connect(this, &EnderecosAbertos::abriu, this, [](const QUrl& endereco) {
-            std::cerr << "documento " << endereco.fileName().toStdString() << "\n";
-        });
-    }
-};
-
-/// Runs `acao` as soon as `pronto` holds, looking every 5 ms.
-void quando(std::function<bool()> pronto, std::function<void()> acao) {
-    auto* relogio = new QTimer(qApp);
-    QObject::connect(relogio, &QTimer::timeout, qApp,
-                     [relogio, pronto = std::move(pronto), acao = std::move(acao)] {
-                         if (pronto()) {
-                             relogio->stop();
-                             relogio->deleteLater();
-                             acao();
-                         }
-                     });
-    relogio->start(5);
-}
-
-bool principalVisivel() {
-    return mdiMain::existe() && mdiMain::instancia().isVisible();
-}
-
-frmSplash* splashVisivel() {
-    const auto janelas = QApplication::topLevelWidgets();
-    for (QWidget* janela : janelas) {
-        if (auto* splash = qobject_cast<frmSplash*>(janela); splash != nullptr && splash->isVisible()) {
-            return splash;
-        }
-    }
-    return nullptr;
-}
-
-class BibliotecaTest : public ::testing::Test {
-protected:
-    BibliotecaTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-
-    std::size_t aberturas() const { return occurrences(programa.registro(), test::aberturaDoRegistro); }
-    std::size_t fechamentos() const { return occurrences(programa.registro(), test::fechamentoDoRegistro); }
-
-    test::PastaDoPrograma programa;
-};
+class BibliotecaTest : public test::ProgramaInteiro {};
 
 /// Nothing but these two boxes; the platform's remarks between them hold no bar.
 const char* const falhaDaPartida = "^[^|]*caixa Veldor\\|critico\\|Erro na inicialização do sistema!\\|OK\n"
@@ -225,8 +133,16 @@ TEST_F(BibliotecaTest, AFailureInARestartEndsTheProcessTheSameWay) {
 class SeparadorDecimal : public BibliotecaTest {
 protected:
     // The environment reaches the process in which the start runs.
-    SeparadorDecimal() { qputenv("LC_ALL", "pt_BR.UTF-8"); }
-    ~SeparadorDecimal() override { qputenv("LC_ALL", antes); }
+    SeparadorDecimal() {
+        qputenv("LC_ALL", "pt_BR.UTF-8");
+        qputenv("TV_LOCAL_DO_TESTE", "1");
+    }
+    ~SeparadorDecimal() override {
+        qputenv("LC_ALL", antes);
+        qunsetenv("TV_LOCAL_DO_TESTE");
+    }
+    SeparadorDecimal(const SeparadorDecimal&) = delete;
+    SeparadorDecimal& operator=(const SeparadorDecimal&) = delete;
 
 private:
     QByteArray antes = qgetenv("LC_ALL");
@@ -334,95 +250,6 @@ TEST_F(BibliotecaTest, LongRunsGiveTheEventLoopATurn) {
     turns::take();
     turns::setHandler({});
     EXPECT_TRUE(servido);
-}
-
-// ---- closing ----
-
-TEST_F(BibliotecaTest, AnsweringSimClosesTheWindowsEndsTheLogAndTheProcess) {
-    programa.catalogo({});
-    EXPECT_EXIT(
-        {
-            biblioteca::iniciaSistema();
-            for (const char* titulo : {"A", "B"}) {
-                abreJanela(q(titulo)).aoFechar = [titulo] { std::cerr << "fecha " << titulo << "\n"; };
-            }
-            const CaixasContadas caixas{q("Sim")};
-            mdiMain::instancia().findChild<QAction*>(q("appClose"))->trigger();
-        },
-        ExitedWithCode(EXIT_SUCCESS),
-        "caixa Boletos de Teste\\|sem icone\\|Você deseja realmente encerrar suas "
-        "operações\\?\\|Sim\\|Não\nfecha B\nfecha A\n$");
-    EXPECT_EQ(fechamentos(), 1U);
-    EXPECT_EQ(occurrences(programa.registro(), "[438]"), 1U);
-    // The closing banner stands behind the end of every routine.
-    const std::string registro = programa.registro();
-    EXPECT_EQ(occurrences(registro, "STACK"), occurrences(registro, " - END "));
-    EXPECT_LT(registro.rfind(" - END "), registro.rfind(test::fechamentoDoRegistro));
-}
-
-TEST_F(BibliotecaTest, AnsweringSimEndsTheProcessInTheMiddleOfALongRun) {
-    programa.catalogo({});
-    EXPECT_EXIT(
-        {
-            biblioteca::iniciaSistema();
-            biblioteca::ligaTurnos();
-            const CaixasContadas caixas{q("Sim")};
-            QTimer::singleShot(0, qApp, [] { biblioteca::closeApplication(); });
-            for (;;) {
-                turns::take();
-            }
-        },
-        ExitedWithCode(EXIT_SUCCESS), "operações");
-    EXPECT_EQ(fechamentos(), 1U);
-}
-
-TEST_F(BibliotecaTest, UnsavedWindowsAskWhenTheProgramEnds) {
-    programa.catalogo({});
-    EXPECT_EXIT(
-        {
-            biblioteca::iniciaSistema();
-            abreJanela(q("A")).aoPerguntar = [] {
-                mensagem::pergunta(q("Deseja salvar o boleto?"));
-                return true;
-            };
-            const CaixasContadas caixas({q("Sim"), q("Não")});
-            biblioteca::closeApplication();
-        },
-        ExitedWithCode(EXIT_SUCCESS), "encerrar suas operações.*Deseja salvar o boleto");
-}
-
-TEST_F(BibliotecaTest, TheMainWindowsFrameAsksNoQuestionOfItsOwn) {
-    programa.catalogo({});
-    Caixas caixas{q("Não")};
-    quando(principalVisivel, [&] {
-        abreJanela(q("Salva"));
-        abreJanela(q("Por salvar")).aoPerguntar = [] {
-            mensagem::pergunta(q("Deseja salvar o boleto?"));
-            return true;
-        };
-        mdiMain::instancia().close();
-    });
-    EXPECT_EQ(biblioteca::executa(), EXIT_SUCCESS);
-    ASSERT_EQ(caixas.vistas().size(), 1U);
-    EXPECT_EQ(caixas.vistas()[0].texto, q("Deseja salvar o boleto?"));
-    EXPECT_EQ(fechamentos(), 1U);
-    EXPECT_EQ(occurrences(programa.registro(), "closeApplication"), 0U);
-    EXPECT_EQ(occurrences(programa.registro(), "[438]"), 0U);
-}
-
-TEST_F(BibliotecaTest, AWindowThatRefusesKeepsTheFrameOpen) {
-    programa.catalogo({});
-    quando(principalVisivel, [&] {
-        bool recusa = true;
-        auto& janela = abreJanela(q("A"));
-        janela.aoPerguntar = [&] { return !recusa; };
-        mdiMain::instancia().close();
-        EXPECT_TRUE(mdiMain::instancia().isVisible());
-        EXPECT_FALSE(janela.descarregada());
-        recusa = false;
-        mdiMain::instancia().close();
-    });
-    EXPECT_EQ(biblioteca::executa(), EXIT_SUCCESS);
 }
 
 } // namespace

@@ -147,20 +147,25 @@ TEST_F(frmValidadorFechamento, MainWindowDestroyedUnderTheRun) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(frmValidadorFechamento, ProgramEndsByAppCloseDuringARun) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            QTimer resposta;
-            QObject::connect(&resposta, &QTimer::timeout, [] {
-                if (auto* caixa = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                    QTest::mouseClick(caixa->buttons().front(), Qt::LeftButton);
-                }
-            });
-            resposta.start(5);
-            correEm([] { biblioteca::closeApplication(); });
-        },
-        ::testing::ExitedWithCode(0), "");
+TEST_F(frmValidadorFechamento, ProgramEndsByAppCloseBehindTheFileUnderWay) {
+    const Caixas caixas{QStringLiteral("Sim")};
+    bool feito = false;
+    bool aVista = true;
+    aoTurno = [&] {
+        if (!feito && janela && grade().linhaAtiva() == 1) {
+            feito = true;
+            linhas_ = modelo().dados();
+            biblioteca::closeApplication();
+            aVista = mdiMain::instancia().isVisible();
+        }
+    };
+    QTimer::singleShot(0, acao("btnValidar"), &QAction::trigger);
+    EXPECT_EQ(QApplication::exec(), 0);
+    aoTurno = {};
+    ASSERT_TRUE(feito);
+    EXPECT_FALSE(aVista);
+    EXPECT_EQ(caixas.vistas().at(0).texto, QStringLiteral("Você deseja realmente encerrar suas operações?"));
+    terminou();
 }
 
 TEST_F(frmValidadorFechamento, EventLoopEndsWhenTheMainWindowClosesDuringARun) {

@@ -109,6 +109,7 @@ TEST_P(OutroLocalTest, TheSeparatorFollowsTheEnvironment) {
     }
     ambiente.insert(QLatin1String(GetParam().variable), QLatin1String(GetParam().locale));
     ambiente.insert(QStringLiteral("TV_SEPARADOR"), QLatin1String(GetParam().separator));
+    ambiente.insert(QStringLiteral("TV_LOCAL_DO_TESTE"), QStringLiteral("1"));
     QProcess filho;
     filho.setProcessEnvironment(ambiente);
     filho.start(QCoreApplication::applicationFilePath(),

@@ -55,6 +55,7 @@ TEST_F(FrmSplashTest, RunsOnlyItsStartUpTimer) {
     EXPECT_EQ(partida->interval(), 1500);
     EXPECT_FALSE(abertura->isActive());
     EXPECT_TRUE(partida->isActive());
+    EXPECT_EQ(partida->timerType(), Qt::PreciseTimer) << "a coarse one may fire early";
 }
 
 TEST_F(FrmSplashTest, LoadsUnderTheHourglassAndReadsNothing) {

@@ -1,29 +1,21 @@
-#include "app/windows/Ferramentas.h"
 #include "app/windows/JanelaDeTeste.h"
-#include "app/windows/PastaDoPrograma.h"
-#include "app/windows/mdiMain.h"
+#include "app/windows/PrincipalAberta.h"
+#include "common/windows/textoQt.h"
+#include "platform/text.h"
 #include "windows/Caixas.h"
+#include "windows/DialogosDeArquivo.h"
 #include "windows/EnderecosAbertos.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QDialog>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QTest>
-#include <QToolBar>
 #include <QToolButton>
 
-#include <gtest/gtest.h>
-
-#include <functional>
+#include <filesystem>
 
 namespace tv {
 namespace {
 
 using test::abreJanela;
-using test::JanelaDeTeste;
+using test::EsperaDialogo;
 using test::layout;
 using test::occurrences;
 
@@ -31,49 +23,7 @@ QString q(const char* texto) {
     return QString::fromUtf8(texto);
 }
 
-/// Does something with the dialog of that class as soon as it stands; counts how often it came.
-class EsperaDialogo : public QObject {
-public:
-    EsperaDialogo(const char* nome, std::function<void(QWidget&)> acao)
-        : nome_(QString::fromUtf8(nome))
-        , acao_(std::move(acao)) {
-        connect(&relogio_, &QTimer::timeout, this, [this] { olha(); });
-        relogio_.start(5);
-    }
-    int vezes() const { return vezes_; }
-
-private:
-    void olha() {
-        QWidget* dialogo = QApplication::activeModalWidget();
-        if (dialogo != nullptr && dialogo->isVisible() && dialogo->objectName() == nome_) {
-            ++vezes_;
-            acao_(*dialogo);
-        }
-    }
-
-    QString nome_;
-    std::function<void(QWidget&)> acao_;
-    QTimer relogio_;
-    int vezes_ = 0;
-};
-
-class MdiMainCliques : public ::testing::Test {
-protected:
-    void inicia(const std::string& boletos = layout("posicao", "Posição", true, true)) {
-        programa.catalogo({.boletos = boletos});
-        biblioteca::iniciaSistema();
-        principal().resize(1000, 700);
-        principal().setWindowState(Qt::WindowNoState);
-        principal().show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&principal()));
-    }
-    static mdiMain& principal() { return mdiMain::instancia(); }
-    static Ferramentas& ferramentas() { return principal().ferramentas(); }
-    static void clica(const char* identificador) { ferramentas().acao(q(identificador))->trigger(); }
-    static QMdiArea& area() { return *principal().findChild<QMdiArea*>(); }
-
-    test::PastaDoPrograma programa;
-};
+class MdiMainCliques : public test::PrincipalAberta {};
 
 TEST_F(MdiMainCliques, EachClickStandsOnTheCallStackOfTheLog) {
     inicia();
@@ -116,6 +66,29 @@ TEST_F(MdiMainCliques, ALayoutsEntryOpensTheValidatorForIt) {
     EXPECT_TRUE(principal().janelas().Item(1)->isVisible());
 }
 
+TEST_F(MdiMainCliques, ALayoutsEntryOpensTheComposerForIt) {
+    programa.catalogoDistribuido();
+    mostra();
+    const auto& primeiro = *objTramadorValidador->getBoletos().Item(1);
+    clica(("tramador_" + text::upper(primeiro.getTag())).c_str());
+    ASSERT_EQ(principal().janelas().Count(), 1U);
+    const Janela& janela = *principal().janelas().Item(1);
+    EXPECT_EQ(janela.objectName(), q("frmTramador"));
+    EXPECT_EQ(janela.janelaID(), q("janela_00000"));
+    EXPECT_EQ(janela.Caption(), paraQt("Tramador de " + primeiro.getNome() + " - " + primeiro.getVersao()));
+    EXPECT_TRUE(janela.isVisible());
+}
+
+TEST_F(MdiMainCliques, ALayoutThatTheComposerCannotOpenLeavesNoWindow) {
+    inicia(); // its one section is no master
+    const test::Caixas caixas{q("OK")};
+    clica("tramador_POSICAO");
+    EXPECT_EQ(caixas.vistas().at(0).texto, q("Não é possível abrir o Tramador!"));
+    EXPECT_EQ(principal().janelas().Count(), 0U);
+    EXPECT_FALSE(principal().temFilhas());
+    EXPECT_TRUE(oLogger->callStack.EOF_());
+}
+
 TEST_F(MdiMainCliques, SeveralWindowsOfOneToolAndOneLayoutCanBeOpen) {
     inicia();
     clica("validador_POSICAO");
@@ -149,6 +122,18 @@ TEST_F(MdiMainCliques, TheValidatorButtonAsksForALayoutAndOpensIt) {
     EXPECT_EQ(principal().janelas().Item(1)->objectName(), q("frmValidador"));
 }
 
+TEST_F(MdiMainCliques, TheComposerButtonAsksForALayoutAndOpensIt) {
+    programa.catalogoDistribuido();
+    mostra();
+    const EsperaDialogo escolha("frmSelecionaBoleto", [](QWidget& dialogo) {
+        QTest::mouseClick(dialogo.findChild<QWidget*>(q("cmdOk")), Qt::LeftButton);
+    });
+    QTest::mouseClick(principal().findChild<QToolButton*>(q("tramadorButtonID")), Qt::LeftButton);
+    EXPECT_EQ(escolha.vezes(), 1);
+    ASSERT_EQ(principal().janelas().Count(), 1U);
+    EXPECT_EQ(principal().janelas().Item(1)->objectName(), q("frmTramador"));
+}
+
 TEST_F(MdiMainCliques, CancellingTheChoiceOpensNoWindow) {
     inicia();
     const EsperaDialogo escolha("frmSelecionaBoleto", [](QWidget& dialogo) {
@@ -169,125 +154,35 @@ TEST_F(MdiMainCliques, WithoutAValidatorAMessageTellsAndNoWindowOpens) {
     EXPECT_EQ(principal().janelas().Count(), 0U);
 }
 
-// ---- windows ----
+// ---- update ----
 
-TEST_F(MdiMainCliques, AWindowsEntryBringsItToTheFront) {
+TEST_F(MdiMainCliques, AtualizacaoAsksForTheFolderOfTheNewFiles) {
     inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    EXPECT_EQ(principal().janelaAtiva(), &segunda);
-    clica("janela_00000");
-    EXPECT_EQ(principal().janelaAtiva(), &primeira);
-    EXPECT_EQ(area().subWindowList(QMdiArea::StackingOrder).back(), primeira.moldura());
-    clica("janela_00001");
-    EXPECT_EQ(principal().janelaAtiva(), &segunda);
+    const test::DialogosDeArquivo dialogos{test::DialogosDeArquivo::cancela()};
+    clica("atualizacaoID");
+    ASSERT_EQ(dialogos.vistos().size(), 1U);
+    EXPECT_EQ(dialogos.vistos()[0].titulo, q("Localize os Arquivos de Atualização do Boletos de Teste"));
+    EXPECT_EQ(occurrences(programa.registro(), "FATAL"), 0U);
 }
 
-TEST_F(MdiMainCliques, AWindowsEntryBringsAMinimisedWindowBack) {
+TEST_F(MdiMainCliques, TheFailureOfAnUpdatesUndoIsLoggedByTheClick) {
     inicia();
-    auto& primeira = abreJanela(q("A"));
-    abreJanela(q("B"));
-    primeira.moldura()->showMinimized();
-    clica("janela_00000");
-    EXPECT_FALSE(primeira.moldura()->isMinimized());
-    EXPECT_EQ(principal().janelaAtiva(), &primeira);
+    // Nobody, whatever their rights, can put a file there.
+    std::filesystem::create_directory_symlink("/proc/self/fdinfo", programa.caminho() / "XSD");
+    const test::TemporaryFolder novos;
+    novos.write("TORVA_TramadorValidador.xml", test::CatalogoXml{}.xml());
+    novos.write("a.xsd", "novo");
+    const test::DialogosDeArquivo dialogos{{caminhoQt(novos.path())}};
+    const test::Caixas caixas{q("OK")};
+    clica("atualizacaoID");
+    ASSERT_EQ(caixas.vistas().size(), 1U);
+    EXPECT_EQ(caixas.vistas()[0].texto, q("Falha na atualização do sistema"));
+    EXPECT_EQ(occurrences(programa.registro(), "[53]"), 1U);
+    EXPECT_TRUE(oLogger->callStack.EOF_());
+    EXPECT_TRUE(principal().isVisible()) << "the system waits for the next click";
 }
 
-TEST_F(MdiMainCliques, FecharJanelasClosesAllWindows) {
-    inicia();
-    abreJanela(q("A"));
-    abreJanela(q("B"));
-    clica("btnFecharJanelas");
-    EXPECT_EQ(principal().janelas().Count(), 0U);
-    EXPECT_EQ(occurrences(programa.registro(), "[438]"), 1U);
-    EXPECT_TRUE(principal().isVisible());
-}
-
-// ---- arrangement ----
-
-TEST_F(MdiMainCliques, CascataStepsTheWindowsDownAndRight) {
-    inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    segunda.moldura()->showMaximized();
-    clica("btnFrmCascata");
-    EXPECT_FALSE(segunda.moldura()->isMaximized());
-    EXPECT_GT(segunda.moldura()->x(), primeira.moldura()->x());
-    EXPECT_GT(segunda.moldura()->y(), primeira.moldura()->y());
-}
-
-TEST_F(MdiMainCliques, LadoALadoHorizontalStacksTheWindowsInTheWholeWidth) {
-    inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    segunda.moldura()->showMaximized();
-    clica("btnFrmLadoaLadoHorizontal");
-    const QSize livre = area().viewport()->size();
-    EXPECT_EQ(primeira.moldura()->geometry(), QRect(0, 0, livre.width(), livre.height() / 2));
-    EXPECT_EQ(segunda.moldura()->geometry().topLeft(), QPoint(0, livre.height() / 2));
-    EXPECT_EQ(segunda.moldura()->width(), livre.width());
-    EXPECT_EQ(segunda.moldura()->geometry().bottom(), livre.height() - 1);
-}
-
-TEST_F(MdiMainCliques, LadoALadoVerticalPutsTheWindowsSideBySideInTheWholeHeight) {
-    inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    clica("btnFrmLadoaLadoVertical");
-    const QSize livre = area().viewport()->size();
-    EXPECT_EQ(primeira.moldura()->geometry(), QRect(0, 0, livre.width() / 2, livre.height()));
-    EXPECT_EQ(segunda.moldura()->geometry().topLeft(), QPoint(livre.width() / 2, 0));
-    EXPECT_EQ(segunda.moldura()->height(), livre.height());
-    EXPECT_EQ(segunda.moldura()->geometry().right(), livre.width() - 1);
-}
-
-TEST_F(MdiMainCliques, AMinimisedWindowTakesNoPartInATiling) {
-    inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    primeira.moldura()->showMinimized();
-    clica("btnFrmLadoaLadoHorizontal");
-    EXPECT_TRUE(primeira.moldura()->isMinimized());
-    EXPECT_EQ(segunda.moldura()->geometry(), QRect(QPoint(0, 0), area().viewport()->size()));
-}
-
-TEST_F(MdiMainCliques, ArrangingNoWindowsDoesNothing) {
-    inicia();
-    for (const char* modo : {"btnFrmCascata", "btnFrmLadoaLadoHorizontal", "btnFrmLadoaLadoVertical"}) {
-        clica(modo);
-    }
-    EXPECT_EQ(occurrences(programa.registro(), "[9]"), 0U);
-}
-
-// ---- keyboard ----
-
-TEST_F(MdiMainCliques, CtrlTabGoesAmongTheWindowsAndCtrlShiftTabBack) {
-    inicia();
-    std::vector<JanelaDeTeste*> janelas;
-    for (const char* titulo : {"A", "B", "C"}) {
-        janelas.push_back(&abreJanela(q(titulo)));
-    }
-    QTest::keyClick(&principal(), Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(principal().janelaAtiva(), janelas[0]);
-    QTest::keyClick(&principal(), Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(principal().janelaAtiva(), janelas[1]);
-    QTest::keyClick(&principal(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(principal().janelaAtiva(), janelas[0]);
-}
-
-TEST_F(MdiMainCliques, CtrlF4AndCtrlWCloseTheActiveWindow) {
-    inicia();
-    auto& primeira = abreJanela(q("A"));
-    auto& segunda = abreJanela(q("B"));
-    QTest::keyClick(segunda.moldura(), Qt::Key_F4, Qt::ControlModifier);
-    EXPECT_TRUE(segunda.descarregada());
-    EXPECT_FALSE(primeira.descarregada());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return principal().janelaAtiva() == &primeira; }));
-    QTest::keyClick(primeira.moldura(), Qt::Key_W, Qt::ControlModifier);
-    EXPECT_TRUE(primeira.descarregada());
-    QTest::keyClick(&principal(), Qt::Key_F4, Qt::ControlModifier);
-    EXPECT_TRUE(principal().isVisible());
-}
+// ---- help and About ----
 
 TEST_F(MdiMainCliques, F1OpensTheHelp) {
     programa.catalogoDistribuido();
@@ -296,22 +191,6 @@ TEST_F(MdiMainCliques, F1OpensTheHelp) {
     QTest::keyClick(&principal(), Qt::Key_F1);
     EXPECT_EQ(documentos.abertos.size(), 1U);
 }
-
-TEST_F(MdiMainCliques, MnemonicsOpenTheMenus) {
-    inicia();
-    const std::vector<std::pair<Qt::Key, const char*>> teclas{{Qt::Key_T, "tramadorMenuID"},
-                                                              {Qt::Key_V, "validadorMenuID"},
-                                                              {Qt::Key_J, "janelasID"},
-                                                              {Qt::Key_A, "hlpAjuda"}};
-    for (const auto& [tecla, menu] : teclas) {
-        QTest::keyClick(&principal(), tecla, Qt::AltModifier);
-        EXPECT_TRUE(QTest::qWaitFor([&, menu = menu] { return ferramentas().menu(q(menu))->isVisible(); }))
-            << menu;
-        ferramentas().menu(q(menu))->close();
-    }
-}
-
-// ---- help and About ----
 
 TEST_F(MdiMainCliques, TheHelpIsTheCatalogRendered) {
     programa.catalogoDistribuido();
@@ -353,6 +232,8 @@ TEST_F(MdiMainCliques, SobreShowsTheAboutWindowOnce) {
     EXPECT_EQ(janelasSobre(), 0);
     clica("hlpAbout");
     EXPECT_EQ(janelasSobre(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(janelasSobre(), 1) << "the one that was closed goes alone";
 }
 
 // ---- end ----

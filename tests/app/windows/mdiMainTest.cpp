@@ -5,12 +5,13 @@
 #include "app/windows/PastaDoPrograma.h"
 #include "app/windows/frmObjetos.h"
 #include "platform/Error.h"
+#include "windows/Janelas.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMdiArea>
 #include <QMenu>
-#include <QTest>
+#include <QPointer>
 
 #include <gtest/gtest.h>
 
@@ -239,7 +240,7 @@ TEST_F(MdiMainTest, RemoveJanelaTakesTheWindowOutAndClosesIt) {
     EXPECT_TRUE(janela.descarregada());
     EXPECT_EQ(principal().janelas().Count(), 0U);
     EXPECT_FALSE(principal().ferramentas().existe(q("janela_00000")));
-    QTRY_VERIFY_WITH_TIMEOUT(viva.isNull(), 1000);
+    EXPECT_TRUE(test::espera([&] { return viva.isNull(); }));
 }
 
 TEST_F(MdiMainTest, AWindowClosesTheSameWayFromWhereverItIsClosed) {
@@ -261,7 +262,7 @@ TEST_F(MdiMainTest, AWindowClosesTheSameWayFromWhereverItIsClosed) {
         EXPECT_EQ(perguntas, 1);
         EXPECT_EQ(fechamentos, 1);
         EXPECT_EQ(principal().janelas().Count(), 0U);
-        QTRY_VERIFY_WITH_TIMEOUT(moldura.isNull(), 1000);
+        EXPECT_TRUE(test::espera([&] { return moldura.isNull(); }));
     }
 }
 

@@ -9,8 +9,9 @@ namespace tv::compound {
 /// A compound file whose one stream, "Workbook", holds these bytes.
 std::string pack(std::string stream);
 
-/// The bytes of the stream "Workbook" of a compound file. Foreign bytes are checked before anything follows
-/// their chains. Throws Error `workbookFailure`; its description tells what is wrong and names no file.
+/// The bytes of the stream "Workbook" of a compound file, or of "Book" where there is none. Foreign bytes are
+/// checked before anything follows their chains. Throws Error `workbookFailure`; its description tells what
+/// is wrong and names no file.
 std::string unpack(std::string_view file);
 
 } // namespace tv::compound

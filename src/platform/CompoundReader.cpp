@@ -82,6 +82,7 @@ public:
         }
     }
 
+    bool has(std::string_view name) const { return find(name).has_value(); }
     /// The bytes of a stream that lies directly in the file, not in one of its folders.
     std::string stream(std::string_view name) const {
         const std::optional<Entry> found = find(name);
@@ -226,7 +227,9 @@ private:
 } // namespace
 
 std::string unpack(std::string_view file) {
-    return Reader(file).stream("Workbook");
+    const Reader reader(file);
+    const bool usual = reader.has("Workbook");
+    return reader.stream(usual ? "Workbook" : "Book"); // the older name, under which a few programs write
 }
 
 } // namespace tv::compound

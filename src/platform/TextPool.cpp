@@ -53,8 +53,8 @@ std::string_view TextPool::keep(std::string_view text) {
     constexpr std::size_t block = 65536;
     if (text.size() > left_) {
         left_ = std::max(block, text.size());
-        blocks_.push_back(std::make_unique<char[]>(left_));
-        free_ = blocks_.back().get();
+        blocks_.emplace_back(left_);
+        free_ = blocks_.back().data();
     }
     std::memcpy(free_, text.data(), text.size());
     const std::string_view kept(free_, text.size());

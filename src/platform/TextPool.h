@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -28,7 +28,7 @@ private:
     std::string_view keep(std::string_view text);
     void grow();
 
-    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::vector<std::vector<char>> blocks_;
     char* free_ = nullptr; // in the last block
     std::size_t left_ = 0;
     std::vector<std::string_view> texts_;

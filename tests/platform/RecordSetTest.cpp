@@ -222,6 +222,42 @@ TEST(RecordSet, row_numbers_are_stable_and_never_used_again) {
     EXPECT_EQ(errorOf([&] { set.MoveTo(999); }), errc::subscriptOutOfRange);
 }
 
+TEST(RecordSet, a_removed_row_comes_back_in_its_place) {
+    RecordSet set = sixRows();
+    const std::vector<Value> values = set.values(1);
+    ASSERT_EQ(values.size(), 6U);
+    set.Filter("rowMaster = 2"); // so that there is an index to keep up
+    set.Delete();
+    EXPECT_EQ(set.values(1), std::vector<Value>());
+    std::vector<RecordSet::Change::Kind> told;
+    set.subscribe([&](const RecordSet::Change& change) { told.push_back(change.kind); });
+    set.Restore(1, values);
+    EXPECT_THAT(told, ElementsAre(RecordSet::Change::Kind::Added));
+    EXPECT_FALSE(set.isNew(1));
+    EXPECT_THAT(names(set), ElementsAre("b", "e")) << "under the filter";
+    set.Filter("");
+    EXPECT_THAT(names(set), ElementsAre("a", "b", "c", "d", "e", "f"));
+    EXPECT_EQ(set.values(1), values);
+}
+
+TEST(RecordSet, only_a_removed_row_comes_back_with_what_its_columns_hold) {
+    RecordSet set = sixRows();
+    std::vector<Value> values = set.values(1);
+    EXPECT_EQ(errorOf([&] { set.Restore(1, values); }), errc::invalidCall) << "it is there";
+    EXPECT_EQ(errorOf([&] { set.Restore(6, values); }), errc::invalidCall) << "it never was";
+    set.MoveTo(1);
+    set.Delete();
+    values.pop_back();
+    EXPECT_EQ(errorOf([&] { set.Restore(1, values); }), errc::invalidCall);
+    values.emplace_back(std::string("one"));
+    EXPECT_EQ(errorOf([&] { set.Restore(1, values); }), errc::typeMismatch);
+    EXPECT_EQ(set.RecordCount(), 5U);
+    EXPECT_EQ(set.cell(1, 0), nullptr);
+    values.back() = 2;
+    set.Restore(1, values);
+    EXPECT_EQ(set.RecordCount(), 6U);
+}
+
 TEST(RecordSet, lists_new_rows_among_the_others_in_order) {
     RecordSet set = sixRows();
     set.Filter("rowMaster = 1");

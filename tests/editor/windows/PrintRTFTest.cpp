@@ -3,8 +3,8 @@
 #include "editor/windows/ImpressoraDeTeste.h"
 #include "logging/LogFolder.h"
 #include "platform/Clock.h"
+#include "windows/TempoDeProcessador.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QPlainTextEdit>
 
@@ -246,16 +246,15 @@ TEST_F(PrintRTFTest, APrinterThatFailsHalfWayIsLoggedAndTheJobEnds) {
 }
 
 TEST_F(PrintRTFTest, TheTimeGoesWithTheLengthOfOneLine) {
-    const auto segundos = [&](int caracteres) {
-        QElapsedTimer relogio;
+    const auto gasto = [&](int caracteres) {
         ImpressoraDeTeste impressora;
-        relogio.start();
+        const test::TempoDeProcessador tempo;
         imprime(impressora, QString(caracteres, QLatin1Char('x')));
-        return static_cast<double>(relogio.nsecsElapsed()) / 1e9;
+        return tempo.decorrido();
     };
-    segundos(1000);
-    const double um = segundos(200'000);
-    EXPECT_LT(segundos(1'600'000), 30 * um) << "eight times the text";
+    gasto(1000);
+    const double um = gasto(200'000);
+    EXPECT_LT(gasto(1'600'000), 30 * um) << "eight times the text";
 }
 
 TEST_F(PrintRTFTest, PrintsToAPdfFile) {

@@ -1,5 +1,9 @@
 #include "BancadaEditor.h"
 
+#include "app/Aplicacao.h"
+#include "windows/Andamento.h"
+#include "windows/Janelas.h"
+
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -35,6 +39,7 @@ TEST_F(frmEditorSalvar, WritesTheParsersFormOfAWellFormedText) {
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("Arquivo salvo com sucesso"));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Information);
+    EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
     EXPECT_EQ(noDisco(), "<?xml version=\"1.0\"?>\r\n<r>\r\n\t<a x=\"1\"></a>\r\n</r>\r\n");
     EXPECT_TRUE(janela->salvo());
     EXPECT_EQ(painel(), "Pronto");
@@ -230,6 +235,7 @@ TEST_F(frmEditorSalvar, AValidFileIsTold) {
     Caixas caixas{ok};
     clica("btnValidar");
     EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("Arquivo válido!"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Information);
     EXPECT_EQ(grade().modelo().rowCount(), 0);
     EXPECT_EQ(painel(), "Pronto");
     EXPECT_TRUE(janela->resultados()->empty());
@@ -255,6 +261,31 @@ TEST_F(frmEditorSalvar, AChangedTextIsSavedFirstAndValidatedAsSaved) {
     EXPECT_EQ(noDisco(), documento("20240131"));
 }
 
+TEST_F(frmEditorSalvar, ProgressTellsOfEachOperation) {
+    const Andamento andamento;
+    abre(documento());
+    acrescenta("\n");
+    Caixas caixas{ok, ok};
+    janela->validarBoleto();
+    const std::string arquivo = "|Arquivo: " + (pasta.path() / "a.xml").string();
+    EXPECT_THAT(
+        andamento.textos,
+        ::testing::IsSupersetOf({"Abrindo Arquivo XML" + arquivo, "Salvando Arquivo XML" + arquivo,
+                                 std::string("Salvando Arquivo XML ..."), "Validando Arquivo XML" + arquivo,
+                                 std::string("Validando arquivo ...")}));
+    EXPECT_EQ(painel(), "Pronto");
+}
+
+TEST_F(frmEditorSalvar, AFileWhoseNameEndsInATabIsOpenedAndSaved) {
+    const auto caminho = pasta.write("a.xml\t", "<r/>");
+    abreCaminho(caminho);
+    EXPECT_EQ(texto(), "<r/>");
+    acrescenta("\n");
+    Caixas caixas{ok};
+    janela->saveBoleto();
+    EXPECT_EQ(pasta.folder().read("a.xml\t"), "<r></r>\n");
+}
+
 TEST_F(frmEditorSalvar, WithoutASaveThereIsNoValidation) {
     abre(documento("20241399"));
     acrescenta("\n");
@@ -263,6 +294,7 @@ TEST_F(frmEditorSalvar, WithoutASaveThereIsNoValidation) {
     janela->validarBoleto();
     ASSERT_EQ(caixas.vistas().size(), 2U);
     EXPECT_EQ(caixas.vistas()[1].texto, QStringLiteral("O arquivo deve ser salvo antes de ser validado!"));
+    EXPECT_EQ(caixas.vistas()[1].icone, QMessageBox::Warning);
     EXPECT_EQ(grade().modelo().rowCount(), 0);
     EXPECT_EQ(painel(), "Pronto");
 }
@@ -294,8 +326,7 @@ TEST_F(frmEditorSalvar, ClosedDuringAValidationItGoesAtItsEnd) {
     janela->validarBoleto();
     turns::setHandler({});
     EXPECT_GT(turnos, 0);
-    QTest::qWait(20);
-    EXPECT_TRUE(janela.isNull());
+    EXPECT_TRUE(espera([this] { return janela.isNull(); }));
     EXPECT_EQ(mdiMain::instancia().janelas().Count(), 0U);
 }
 

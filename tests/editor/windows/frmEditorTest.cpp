@@ -1,7 +1,9 @@
 #include "BancadaEditor.h"
 
+#include "app/Aplicacao.h"
 #include "editor/windows/PicLines.h"
 
+#include <QScrollBar>
 #include <QSplitter>
 
 #include <gmock/gmock.h>
@@ -200,6 +202,29 @@ TEST_F(frmEditorTest, TheCaretsPlaceStandsInTheStatusBar) {
     EXPECT_EQ(painel(), "Linha: 3, Coluna: 0");
 }
 
+TEST_F(frmEditorTest, TextScrollsSidewaysAsFarAsItsLinesAtEachSize) {
+    abre("<a>" + std::string(3000, 'x') + "</a>\n<b/>\n");
+    for (const int largura : {700, 940, 520}) {
+        janela->parentWidget()->resize(largura, 640);
+        QCoreApplication::processEvents();
+        caixa().grab();
+        janela->PlaceCursor(1, 0);
+        EXPECT_EQ(caixa().horizontalScrollBar()->value(), 0) << largura;
+        janela->PlaceCursor(1, 3007);
+        EXPECT_EQ(caixa().horizontalScrollBar()->value(), caixa().horizontalScrollBar()->maximum())
+            << largura;
+        EXPECT_TRUE(caixa().viewport()->rect().contains(caixa().cursorRect().center())) << largura;
+    }
+}
+
+TEST_F(frmEditorTest, ValuesOfAnyScriptBeginAtTheLeft) {
+    abre("<a>um</a>\n\u05D0\u05D1\n");
+    janela->parentWidget()->resize(700, 640);
+    QCoreApplication::processEvents();
+    janela->PlaceCursor(2, 0);
+    EXPECT_LT(caixa().cursorRect().x(), caixa().viewport()->width() / 4);
+}
+
 TEST_F(frmEditorTest, FarLinesAreNotTold) {
     abre(std::string(70'000, '\n'));
     janela->PlaceCursor(65'534, 0);
@@ -228,10 +253,11 @@ TEST_F(frmEditorTest, AsksBeforeItClosesOverAChange) {
         janela->closeWindow();
         ASSERT_FALSE(caixas.vistas().empty());
         EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("Deseja salvar o boleto?"));
+        EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
+        EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
         EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({QStringLiteral("Sim"), QStringLiteral("Não")}));
         EXPECT_EQ(mdiMain::instancia().janelas().Count(), 0U);
         EXPECT_EQ(noDisco() == documento(), *resposta != 'S');
-        QTest::qWait(5);
         janela = nullptr;
     }
 }

@@ -1,6 +1,7 @@
 #include "validation/windows/frmBrowserBancada.h"
 
 #include "app/windows/frmObjetos.h"
+#include "windows/Andamento.h"
 
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -64,6 +65,13 @@ TEST_F(frmBrowserTest, WindowIsVisibleAndInFront) {
     abre(muitos(1));
     EXPECT_TRUE(janela->isVisible());
     EXPECT_EQ(mdiMain::instancia().janelaAtiva(), janela);
+}
+
+TEST_F(frmBrowserTest, ProgressTellsOfTheReport) {
+    const Andamento andamento;
+    abre(muitos(3));
+    EXPECT_THAT(andamento.textos,
+                ::testing::Contains("Abrindo relatório de validação|Boleto:  Arquivo de Posição (4.01)"));
 }
 
 TEST_F(frmBrowserTest, ProgressAndPointerAreGoneAfterwards) {

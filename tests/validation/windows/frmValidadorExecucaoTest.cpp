@@ -1,11 +1,12 @@
 #include "validation/windows/Bancada.h"
 
+#include "windows/TempoDeProcessador.h"
+
 #include <QTimer>
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <ctime>
 
 using namespace tv;
 using namespace tv::test;
@@ -107,6 +108,8 @@ TEST_F(frmValidadorExecucao, EmptyBatchIsToldAndLogged) {
     clica("btnValidar");
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("Nenhum boleto selecionado!"));
+    EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList{QStringLiteral("OK")});
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
     EXPECT_TRUE(registrou("Nenhum boleto selecionado!"));
     EXPECT_EQ(durante, correndo);
@@ -189,6 +192,7 @@ TEST_F(frmValidadorExecucao, StopAnsweredWithNoLeavesTheRestAsItWas) {
     EXPECT_THAT(estados(), ElementsAre(passou, reprovado, adicionado, adicionado));
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, perguntaDeParada);
+    EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
     EXPECT_EQ(caixas.vistas()[0].botoes, (QStringList{QStringLiteral("Sim"), QStringLiteral("Não")}));
     EXPECT_EQ(botoes(), parado);
@@ -354,21 +358,18 @@ TEST_F(frmValidadorRitmo, ClicksAreServedAllTheWhile) {
         caminhos << paraQt(grande(i));
     }
     janela->adicionaArquivos(caminhos);
-    // Processor time, because how much of it this process gets is not the window's matter.
-    const auto agora = [] { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
-    double anterior = 0;
+    TempoDeProcessador tempo;
     double maiorEspera = 0;
     int servidos = 0;
     QTimer relogio;
     QObject::connect(&relogio, &QTimer::timeout, [&] {
-        maiorEspera = std::max(maiorEspera, agora() - anterior);
-        anterior = agora();
+        maiorEspera = std::max(maiorEspera, tempo.reinicia());
         ++servidos;
     });
     relogio.start(1);
-    anterior = agora();
+    tempo.reinicia();
     clica("btnValidar");
-    maiorEspera = std::max(maiorEspera, agora() - anterior);
+    maiorEspera = std::max(maiorEspera, tempo.decorrido());
     RecordProperty("longest_wait_ms", std::to_string(maiorEspera));
     EXPECT_THAT(estados(), Each(::testing::StartsWith("|imgOK|True|True|")));
     EXPECT_GT(servidos, 5);

@@ -1,5 +1,7 @@
 #include "validation/windows/Bancada.h"
+#include "windows/Andamento.h"
 #include "windows/DialogosDeArquivo.h"
+#include "windows/TempoDeProcessador.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -73,6 +75,17 @@ TEST_F(frmValidadorLista, SizeShowsTwoDecimalsAndItsUnit) {
         EXPECT_EQ(modelo().textoVisivel(modelo().rowCount() - 1, modelo().indice("tamanho")).toStdString(),
                   linha.texto);
     }
+}
+
+TEST_F(frmValidadorLista, StatusTellsThatFilesAreAddedAndRemoved) {
+    const Andamento andamento;
+    adiciona({valido("a.xml"), valido("b.xml")});
+    grade().selecionaLinha(0);
+    const Caixas caixas{QStringLiteral("Sim")};
+    janela->removeBoleto();
+    EXPECT_THAT(andamento.textos,
+                ::testing::IsSupersetOf({"Adicionando boletos ...", "Removendo boletos ..."}));
+    EXPECT_EQ(painel(), QStringLiteral("1 Arquivos"));
 }
 
 TEST_F(frmValidadorLista, FileThatIsThereIsNotAddedAgain) {
@@ -173,12 +186,11 @@ TEST_F(frmValidadorLista, TenThousandFilesAreAddedQuickly) {
     for (int i = 0; i < quantos; ++i) {
         caminhos << paraQt(pasta.write(std::to_string(i) + ".xml", "x").string());
     }
-    QElapsedTimer relogio;
-    relogio.start();
+    TempoDeProcessador tempo;
     janela->adicionaArquivos(caminhos);
-    const auto primeira = relogio.restart();
+    const double primeira = tempo.reinicia();
     janela->adicionaArquivos(caminhos);
-    const auto segunda = relogio.elapsed();
+    const double segunda = tempo.decorrido();
     RecordProperty("first_ms", std::to_string(primeira));
     RecordProperty("second_ms", std::to_string(segunda));
     EXPECT_EQ(modelo().rowCount(), quantos);
@@ -239,7 +251,11 @@ TEST_F(frmValidadorLista, RemoveBoletoAsksForOneAndForSeveral) {
               QStringLiteral("O boleto selecionado será removido da lista. Deseja continuar?"));
     EXPECT_EQ(caixas.vistas()[1].texto,
               QStringLiteral("Os boletos selecionados serão removidos da lista. Deseja continuar?"));
-    EXPECT_EQ(caixas.vistas()[1].botoes, (QStringList{QStringLiteral("Sim"), QStringLiteral("Não")}));
+    for (const Caixa& caixa : caixas.vistas()) {
+        EXPECT_EQ(caixa.botoes, (QStringList{QStringLiteral("Sim"), QStringLiteral("Não")}));
+        EXPECT_EQ(caixa.icone, QMessageBox::Question);
+        EXPECT_EQ(caixa.titulo, paraQt(aplicacao::titulo()));
+    }
 }
 
 TEST_F(frmValidadorLista, FailingRemovalIsToldAndKeepsTheRows) {

@@ -36,6 +36,7 @@ protected:
         ASSERT_EQ(caixas.vistas().size(), 1U);
         EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("O Boleto selecionado é válido."));
         EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Information);
+        EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
     }
 };
 
@@ -157,13 +158,11 @@ TEST_F(frmValidadorResultado, ExportMakesTheFirstRowActive) {
     grade().setLinhaAtiva(-1);
     clica("btnPlanilha");
     EXPECT_EQ(grade().linhaAtiva(), 0);
-    EXPECT_FALSE(registrou("[438]")); // not checked, so nothing runs
 }
 
 TEST_F(frmValidadorResultado, ExportWithoutRowsDoesNothing) {
     acrescentaBotao("btnPlanilha");
     clica("btnPlanilha");
-    EXPECT_FALSE(registrou("[438]"));
     EXPECT_TRUE(acao("btnPlanilha")->isEnabled());
 }
 
@@ -177,22 +176,4 @@ TEST_F(frmValidadorResultado, ExportOfAFileThatDidNotPassIsRefused) {
     EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("Este arquivo não é válido para exportação!"));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
     EXPECT_FALSE(acao("btnPlanilha")->isEnabled());
-    EXPECT_FALSE(registrou("[438]"));
-}
-
-TEST_F(frmValidadorResultado, ExportOfAValidFileReachesTheOperation) {
-    acrescentaBotao("btnPlanilha");
-    adiciona({valido("a.xml")});
-    clica("btnValidar");
-    clica("btnPlanilha");
-    EXPECT_TRUE(registrou("frmValidador.exportarPlanilha"));
-    EXPECT_TRUE(registrou("O objeto não oferece este membro[438]"));
-    EXPECT_TRUE(acao("btnPlanilha")->isEnabled());
-}
-
-TEST_F(frmValidadorResultado, ImportReachesTheOperation) {
-    acrescentaBotao("btnImportarPlanilha");
-    clica("btnImportarPlanilha");
-    EXPECT_TRUE(registrou("frmValidador.importarPlanilha"));
-    EXPECT_TRUE(registrou("[438]"));
 }

@@ -2,6 +2,7 @@
 #include "common/windows/Grade.h"
 
 #include "GradeAberta.h"
+#include "app/Aplicacao.h"
 #include "windows/Caixas.h"
 
 #include <QApplication>
@@ -21,6 +22,7 @@ using testing::IsEmpty;
 using GradeRemocaoTest = test::GradeAberta;
 
 TEST_F(GradeRemocaoTest, delete_asks_for_one_row_and_removes_it) {
+    aplicacao::setTitulo("Título do programa");
     abre(4);
     clica(1);
     Caixas caixas{QStringLiteral("Sim")};
@@ -30,6 +32,7 @@ TEST_F(GradeRemocaoTest, delete_asks_for_one_row_and_removes_it) {
     EXPECT_EQ(caixas.vistas()[0].texto,
               QStringLiteral("A linha selecionada será removida.\n\nDeseja continuar?"));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
+    EXPECT_EQ(caixas.vistas()[0].titulo, QStringLiteral("Título do programa"));
     EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({QStringLiteral("Sim"), QStringLiteral("Não")}));
     EXPECT_EQ(grade_.modelo().rowCount(), 3);
     EXPECT_EQ(removidas.size(), 1);
@@ -44,6 +47,8 @@ TEST_F(GradeRemocaoTest, delete_asks_for_several_rows) {
     tecla(Qt::Key_Delete);
     EXPECT_EQ(caixas.vistas()[0].texto,
               QStringLiteral("As linhas selecionadas serão removidas.\n\nDeseja continuar?"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({QStringLiteral("Sim"), QStringLiteral("Não")}));
     EXPECT_EQ(grade_.modelo().rowCount(), 6);
     tecla(Qt::Key_Delete);
     EXPECT_EQ(grade_.modelo().rowCount(), 3);

@@ -6,6 +6,7 @@
 #include "common/windows/controleLib.h"
 #include "common/windows/textoQt.h"
 #include "logging/LogFolder.h"
+#include "windows/Janelas.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -19,6 +20,9 @@
 #include <QToolBar>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
 
 namespace tv {
 namespace {
@@ -213,14 +217,18 @@ TEST_F(ImpressaoGradeTest, refuses_a_printer_that_takes_nothing) {
 }
 
 TEST_F(ImpressaoGradeTest, the_cost_grows_with_the_rows_only) {
-    abre(5000);
-    const test::TempoDeProcessador tempo;
-    imprime();
-    const double cincoMil = tempo.decorrido();
-    abre(20000);
-    const test::TempoDeProcessador outroTempo;
-    imprime();
-    EXPECT_LT(outroTempo.decorrido(), 8 * cincoMil) << "four times the rows, not sixteen times the time";
+    const auto melhorTempo = [this](int linhas) { // a neighbour on the processor makes one run longer
+        abre(linhas);
+        double melhor = std::numeric_limits<double>::max();
+        for (int vez = 0; vez < 3; ++vez) {
+            const test::TempoDeProcessador tempo;
+            imprime();
+            melhor = std::min(melhor, tempo.decorrido());
+        }
+        return melhor;
+    };
+    const double poucas = melhorTempo(2000);
+    EXPECT_LT(melhorTempo(8000), 8 * poucas) << "four times the rows, not sixteen times the time";
 }
 
 /// The preview on the screen.
@@ -234,9 +242,7 @@ protected:
     }
     static void mostra(PrevisaoGrade& janela) {
         janela.show();
-        for (int i = 0; i < 400 && janela.paginas() == 0; ++i) {
-            QTest::qWait(5);
-        }
+        ASSERT_TRUE(test::espera([&] { return janela.paginas() > 0; }));
     }
 };
 
@@ -279,25 +285,6 @@ TEST_F(Previsao, lets_the_window_choose_title_and_picture) {
     EXPECT_EQ(janela.windowTitle(), QStringLiteral("Outro título"));
 }
 
-TEST_F(Previsao, imprimiGrid_shows_the_preview_and_no_progress) {
-    abre(1);
-    bool progresso = true;
-    bool previsao = false;
-    QTimer::singleShot(50, &grade_, [&] {
-        auto* janela = QApplication::activeModalWidget();
-        previsao = qobject_cast<PrevisaoGrade*>(janela) != nullptr;
-        progresso = false;
-        for (const QWidget* alguma : QApplication::topLevelWidgets()) {
-            progresso =
-                progresso || (alguma->isVisible() && alguma->objectName() == QStringLiteral("frmMensagem"));
-        }
-        QTest::keyClick(janela, Qt::Key_Escape);
-    });
-    controleLib::imprimiGrid(grade_, true);
-    EXPECT_TRUE(previsao);
-    EXPECT_FALSE(progresso);
-}
-
 /// What stands on the screen while the print dialog is open.
 struct Vista {
     QString titulo;
@@ -312,6 +299,25 @@ Vista progressoVisivel() {
         }
     }
     return {};
+}
+
+TEST_F(Previsao, imprimiGrid_shows_the_preview_and_no_progress) {
+    abre(1);
+    bool previsao = false;
+    Vista progresso;
+    QTimer relogio;
+    QObject::connect(&relogio, &QTimer::timeout, &grade_, [&] {
+        QWidget* janela = QApplication::activeModalWidget();
+        if (janela != nullptr && janela->isVisible()) {
+            previsao = qobject_cast<PrevisaoGrade*>(janela) != nullptr;
+            progresso = progressoVisivel();
+            QTest::keyClick(janela, Qt::Key_Escape);
+        }
+    });
+    relogio.start(5);
+    controleLib::imprimiGrid(grade_, true);
+    EXPECT_TRUE(previsao);
+    EXPECT_EQ(progresso.titulo, QString());
 }
 
 TEST_F(ImpressaoGradeTest, imprimiGrid_shows_its_progress_and_asks_for_the_printer) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/RecordSet.h"
+#include "windows/TempoDeProcessador.h"
 
-#include <ctime>
 #include <memory>
 #include <string>
 
@@ -36,14 +36,5 @@ inline std::shared_ptr<RecordSet> registros(int quantos) {
     }
     return novos;
 }
-
-/// Processor time since its making, in milliseconds: what a busy machine does not change.
-class TempoDeProcessador {
-public:
-    double decorrido() const { return 1000.0 * static_cast<double>(std::clock() - inicio_) / CLOCKS_PER_SEC; }
-
-private:
-    std::clock_t inicio_ = std::clock();
-};
 
 } // namespace tv::test

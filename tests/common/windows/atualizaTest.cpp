@@ -142,6 +142,7 @@ TEST_F(FieldUpdate, RestartsOnTheNewCatalogOnYes) {
     EXPECT_EQ(caixas.vistas()[1].texto, sucesso);
     EXPECT_EQ(caixas.vistas()[1].icone, QMessageBox::NoIcon);
     EXPECT_EQ(caixas.vistas()[1].titulo, QStringLiteral("Novo"));
+    EXPECT_EQ(caixas.vistas()[1].botoes, QStringList{QStringLiteral("OK")});
     EXPECT_TRUE(oLogger->callStack.EOF_());
 }
 
@@ -180,6 +181,8 @@ TEST_F(FieldUpdate, TellsAFailureAndGivesTheOneOfItsUndoToTheCaller) {
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, falha);
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
+    EXPECT_EQ(caixas.vistas()[0].titulo, QStringLiteral("Antigo"));
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList{QStringLiteral("OK")});
     EXPECT_EQ(instalados(), (Arquivos{{"TORVA_TramadorValidador.xml", catalogo("Novo")},
                                       {"TORVA_TramadorValidador_20240307_090502.xml", catalogo("Antigo")}}));
     EXPECT_EQ(pastas.sobras(), (Arquivos{{"a.xsd", "novo"}}));

@@ -2,6 +2,7 @@
 #include "app/Aplicacao.h"
 #include "common/windows/Grade.h"
 #include "common/windows/controleLib.h"
+#include "logging/LogFolder.h"
 #include "windows/Caixas.h"
 
 #include <QHeaderView>
@@ -14,6 +15,7 @@ namespace {
 using test::Caixas;
 using test::registros;
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 class GradeComum : public testing::Test {
 protected:
@@ -107,6 +109,7 @@ TEST_F(GradeComum, removeRow_says_that_no_row_is_selected) {
               QStringLiteral("Não foi possível remover.\nNenhuma linha selecionada!"));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Warning);
     EXPECT_EQ(caixas.vistas()[0].titulo, QStringLiteral("Título do programa"));
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList{QStringLiteral("OK")});
     EXPECT_EQ(grade_.modelo().rowCount(), 2);
 }
 
@@ -119,6 +122,7 @@ TEST_F(GradeComum, removeRow_selects_the_active_row_and_asks_for_it) {
     EXPECT_EQ(caixas.vistas()[0].texto,
               QStringLiteral("Existe uma linha selecionada para remoção.\nDeseja continuar?"));
     EXPECT_EQ(caixas.vistas()[0].titulo, QStringLiteral("Título do programa"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
     EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({QStringLiteral("Sim"), QStringLiteral("Não")}));
     EXPECT_THAT(grade_.linhasSelecionadas(), ElementsAre(1));
     EXPECT_EQ(grade_.modelo().rowCount(), 3);
@@ -131,6 +135,9 @@ TEST_F(GradeComum, removeRow_asks_with_the_count_and_removes) {
     controleLib::removeRow(grade_);
     EXPECT_EQ(caixas.vistas()[0].texto,
               QStringLiteral("Existem 3 linhas selecionadas para remoção.\nDeseja continuar?"));
+    EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::Question);
+    EXPECT_EQ(caixas.vistas()[0].titulo, QStringLiteral("Título do programa"));
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList({QStringLiteral("Sim"), QStringLiteral("Não")}));
     EXPECT_EQ(grade_.texto(Grade::removeVarias), caixas.vistas()[0].texto)
         << "the text takes the place of number 2";
     EXPECT_EQ(grade_.modelo().rowCount(), 2);
@@ -145,6 +152,23 @@ TEST_F(GradeComum, removeRow_removes_the_selected_rows_not_the_active_one) {
     EXPECT_EQ(grade_.modelo().rowCount(), 4);
     EXPECT_EQ(grade_.modelo().texto(0, "nome"), QStringLiteral("linha 0"));
     EXPECT_EQ(grade_.modelo().linhaDoNumero(3), -1);
+}
+
+TEST_F(GradeComum, removeRow_logs_a_failure_and_keeps_the_rows) {
+    abre(3);
+    grade_.setLinhaAtiva(1);
+    grade_.antesDeRemover = [](const std::vector<int>&) -> bool {
+        throw Error(errc::invalidCall, "teste", "A linha está presa");
+    };
+    const test::TemporaryFolder pasta;
+    const test::GlobalLogger global(test::startLogger(pasta, clsLogger::typeTXT, library::level::all));
+    const Caixas caixas{QStringLiteral("Sim")};
+    controleLib::removeRow(grade_);
+    EXPECT_EQ(grade_.modelo().rowCount(), 3);
+    const std::string registro = files::readAll(oLogger->getFilename());
+    EXPECT_THAT(registro, HasSubstr("controleLib.removeRow"));
+    EXPECT_THAT(registro, HasSubstr("A linha está presa[5]"));
+    EXPECT_TRUE(oLogger->callStack.EOF_());
 }
 
 } // namespace

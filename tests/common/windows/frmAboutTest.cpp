@@ -1,5 +1,6 @@
 #include "common/windows/frmAbout.h"
 
+#include "app/Aplicacao.h"
 #include "app/clsTramadorValidador.h"
 #include "common/windows/SystemInfo.h"
 #include "common/windows/textoQt.h"
@@ -119,6 +120,17 @@ TEST_F(About, DoesNothingForTheOtherButtonsOfTheMouse) {
     EXPECT_TRUE(enderecos.abertos.empty());
 }
 
+TEST_F(About, GivesNoMessageForWhatTheDesktopDoesNotOpen) {
+    objTramadorValidador->setSiteLink("");
+    frmAbout janela(nullptr);
+    janela.show();
+    const Caixas caixas;
+    QTest::mouseClick(&rotulo(janela, "lblSite"), Qt::LeftButton);
+    EXPECT_TRUE(caixas.vistas().empty());
+    EXPECT_TRUE(enderecos.abertos.empty());
+    EXPECT_THAT(files::readAll(oLogger->getFilename()), testing::Not(testing::HasSubstr("FATAL")));
+}
+
 TEST_F(About, ClosesByItsButton) {
     frmAbout janela(nullptr);
     janela.show();
@@ -153,7 +165,7 @@ protected:
 TEST_F(SystemInformation, RunsTheProgramOfTheDesktop) {
     instala("hardinfo", "#!/bin/sh\n: > \"" + programas.text() + "/correu\"\n");
     SystemInfo::mostra();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return programas.holds("correu"); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return programas.holds("correu"); }, 30000));
 }
 
 TEST_F(SystemInformation, PrefersTheProgramThatTellsMost) {
@@ -169,6 +181,8 @@ TEST_F(SystemInformation, TellsThatThereIsNoProgram) {
     ASSERT_EQ(caixas.vistas().size(), 1U);
     EXPECT_EQ(caixas.vistas()[0].texto, QStringLiteral("System Information Is Unavailable At This Time"));
     EXPECT_EQ(caixas.vistas()[0].icone, QMessageBox::NoIcon);
+    EXPECT_EQ(caixas.vistas()[0].titulo, paraQt(aplicacao::titulo()));
+    EXPECT_EQ(caixas.vistas()[0].botoes, QStringList{QStringLiteral("OK")});
 }
 
 } // namespace

@@ -62,12 +62,11 @@ int main(int count, char** arguments) {
     }
     const std::vector<std::string> words(arguments + 1, arguments + count);
     const std::uint64_t changes = std::strtoull(words[0].c_str(), nullptr, 10);
+    std::mt19937 random(static_cast<std::uint32_t>(std::strtoul(words[1].c_str(), nullptr, 10)));
     std::chrono::duration<double> longest{};
     for (std::size_t file = 2; file < words.size(); ++file) {
         for (const std::string& seed : seedsOf(words[file])) {
             for (std::uint64_t i = 0; i < changes && !seed.empty(); ++i) {
-                std::seed_seq start{std::strtoull(words[1].c_str(), nullptr, 10), i};
-                std::mt19937 random(start);
                 std::string bytes = seed;
                 change(bytes, random);
                 const auto before = Clock::now();

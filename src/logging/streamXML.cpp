@@ -51,17 +51,42 @@ void stamp(XmlNode element, const std::string& time) {
     element.setAttribute("fim", time);
 }
 
+/// The element of an entry as it stands in the file. Throws Error 5 for a name that is no legal one.
+std::string entryBytes(const std::string& tag, std::string_view level, std::string_view description) {
+    XmlDocument alone = XmlDocument::create(tag);
+    XmlNode entry = alone.documentElement();
+    stamp(entry, timeNow());
+    if (!level.empty()) {
+        entry.setAttribute(level, description);
+    }
+    return text::toLatin1Markup(entry.outerXml());
+}
+
+std::string pathOf(const std::vector<std::string>& tags) {
+    std::string path = "//LOG/EXEC";
+    for (const std::string& tag : tags) {
+        path += "/" + tag;
+    }
+    return path;
+}
+
+/// The levels above the routines: LOG and EXEC.
+constexpr std::size_t levelsAbove = 2;
+
 } // namespace
 
 /// Loads the log file, lets `apply` change it and saves it. A file that does not load stays as it is; a
 /// failure of any step ends the operation.
 template<typename Change>
-void streamXML::change(Change&& apply) const {
+void streamXML::change(Change&& apply) {
+    branch_.esquece();
     const std::string& filename = oLogger_->getFilename();
     XmlDocument document;
     if (document.load(filename)) {
         apply(document);
-        files::writeAll(filename, document.toLatin1());
+        const std::string bytes = document.toLatin1();
+        files::writeAll(filename, bytes);
+        branch_.le(document, bytes, filename);
     }
 }
 
@@ -103,30 +128,55 @@ void streamXML::logPUSH() {
 
 void streamXML::logPOP() {
     proceed([this] {
-        oLogger_->getFilename();
+        const std::string& filename = oLogger_->getFilename();
         if (oLogger_->getLevel() <= library::level::off) {
             return;
         }
-        change([this](XmlDocument& document) {
-            lastNode(document, pathOfStack(oLogger_->callStack.lenght())).setAttribute("fim", timeNow());
-        });
+        const std::vector<std::string> tags = tagsOfStack(oLogger_->callStack.lenght());
+        if (branch_.vale(filename)) {
+            const bool isOnBranch =
+                branch_.passaPor(0, {"LOG", "EXEC"}) && branch_.passaPor(levelsAbove, tags);
+            if (leadsNowhere(tags) ||
+                (isOnBranch && branch_.marcaFim(levelsAbove + tags.size() - 1, timeNow()))) {
+                return;
+            }
+        }
+        change(
+            [&](XmlDocument& document) { lastNode(document, pathOf(tags)).setAttribute("fim", timeNow()); });
     });
 }
 
 void streamXML::log(std::string_view level, std::string_view description) {
     proceed([&] {
-        change([&](XmlDocument& document) {
-            const clsStack& stack = oLogger_->callStack;
-            const std::string tag = mapearTag(stack.getLastElement());
-            requireNoPrefix(tag);
-            XmlNode parent = lastNode(document, pathOfStack(stack.lenght() - 1));
-            XmlNode entry = document.createElement(tag);
-            stamp(entry, timeNow());
-            if (text::upper(level) != library::levelNames.at(library::stackName)) {
-                entry.setAttribute(text::lower(level), description);
-            }
-            parent.appendChild(entry);
-        });
+        const clsStack& stack = oLogger_->callStack;
+        const std::string tag = mapearTag(stack.getLastElement());
+        requireNoPrefix(tag);
+        const bool isEntry = text::upper(level) != library::levelNames.at(library::stackName);
+        append(tagsOfStack(stack.lenght() - 1), tag, isEntry ? text::lower(level) : std::string(),
+               description);
+    });
+}
+
+void streamXML::append(const std::vector<std::string>& parents, const std::string& tag,
+                       std::string_view level, std::string_view description) {
+    const std::string& filename = oLogger_->getFilename();
+    if (branch_.vale(filename)) {
+        if (leadsNowhere(parents)) {
+            return;
+        }
+        if (branch_.passaPor(0, {"LOG", "EXEC"}) && branch_.passaPor(levelsAbove, parents)) {
+            branch_.acrescenta(levelsAbove + parents.size() - 1, tag, entryBytes(tag, level, description));
+            return;
+        }
+    }
+    change([&](XmlDocument& document) {
+        XmlNode parent = lastNode(document, pathOf(parents));
+        XmlNode entry = document.createElement(tag);
+        stamp(entry, timeNow());
+        if (!level.empty()) {
+            entry.setAttribute(level, description);
+        }
+        parent.appendChild(entry);
     });
 }
 
@@ -152,13 +202,31 @@ std::string streamXML::getFileExtension() const {
     return "xml";
 }
 
-/// Path of the element that stands for the first `depth` names of the call stack.
-std::string streamXML::pathOfStack(std::int32_t depth) const {
-    std::string path = "//LOG/EXEC";
+std::vector<std::string> streamXML::tagsOfStack(std::int32_t depth) const {
+    std::vector<std::string> tags;
     for (std::int32_t i = 1; i <= depth; ++i) {
-        path += "/" + mapearTag(oLogger_->callStack.getElement(i));
+        tags.push_back(mapearTag(oLogger_->callStack.getElement(i)));
     }
-    return path;
+    return tags;
+}
+
+bool streamXML::leadsNowhere(const std::vector<std::string>& tags) const {
+    // The name of a file among the arguments makes the tag several steps of the path. Whatever else but names
+    // an expression may hold is left to it.
+    const auto isStep = [](std::string_view step) {
+        return step.find_first_of(":*|[]()@$\"'+=!<>,\\") == std::string_view::npos && step != "." &&
+               step != "..";
+    };
+    bool isMissing = false;
+    for (const std::string& tag : tags) {
+        for (const std::string_view step : text::split(tag, '/')) {
+            if (!isStep(step)) {
+                return false;
+            }
+            isMissing = isMissing || text::contains(step, " ") || (!step.empty() && !branch_.temNome(std::string(step)));
+        }
+    }
+    return isMissing;
 }
 
 } // namespace tv

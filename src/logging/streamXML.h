@@ -1,17 +1,23 @@
 #pragma once
 
 #include "logging/ILoggerStream.h"
+#include "logging/RamoFinal.h"
 
 #include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tv {
-
-class XmlDocument;
 
 /// The log as XML in ISO-8859-1: a root LOG, one EXEC a run, and below it one element for each routine that
 /// ran, nested as the calls were, with its time of beginning (`ini`) and end (`fim`). An entry is one more
 /// element of the routine's name beside the routine's own, with the description in an attribute named after
 /// the level.
+///
+/// The file is whole after every entry. Each loads, changes and saves it only where the tree's last branch is
+/// not enough: at the first one, and when somebody else has changed the file. So an entry costs the same
+/// however long the day's log is.
 ///
 /// A routine whose name makes no legal element name is not shown, nor is what runs inside it.
 class streamXML final : public ILoggerStream {
@@ -29,11 +35,17 @@ public:
     void setLogger(clsLogger* logger) override { oLogger_ = logger; }
 
 private:
-    std::string pathOfStack(std::int32_t depth) const;
+    /// Names of the elements that stand for the first `depth` names of the call stack.
+    std::vector<std::string> tagsOfStack(std::int32_t depth) const;
     template<typename Change>
-    void change(Change&& apply) const;
+    void change(Change&& apply);
+    void append(const std::vector<std::string>& parents, const std::string& tag, std::string_view level,
+                std::string_view description);
+    /// True when no element of the file can be at this path.
+    bool leadsNowhere(const std::vector<std::string>& tags) const;
 
     clsLogger* oLogger_ = nullptr;
+    RamoFinal branch_;
 };
 
 } // namespace tv

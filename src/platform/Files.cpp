@@ -235,6 +235,14 @@ void append(const fs::path& path, std::string_view bytes) {
     writeWith("ab", path, bytes);
 }
 
+void writeAt(const fs::path& path, std::size_t offset, std::string_view bytes) {
+    File file = open(path, "r+b");
+    if (!file || ::fseeko(file.get(), static_cast<off_t>(offset), SEEK_SET) != 0) {
+        fail(lastError(), path);
+    }
+    finishWriting(std::move(file), bytes, path, false);
+}
+
 void remove(const fs::path& path) {
     std::error_code failed;
     if (fs::is_directory(fs::symlink_status(path, failed))) {

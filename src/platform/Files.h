@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -28,6 +29,9 @@ std::string readAll(const std::filesystem::path& path);
 void writeAll(const std::filesystem::path& path, std::string_view bytes);
 /// Appends, creating the file if it is not there.
 void append(const std::filesystem::path& path, std::string_view bytes);
+/// Writes over the bytes of a file from `offset` on, and beyond its end. Throws Error 53 when it is not
+/// there.
+void writeAt(const std::filesystem::path& path, std::size_t offset, std::string_view bytes);
 void remove(const std::filesystem::path& path);
 /// Moves a file; the target must not exist. Works across file systems.
 void move(const std::filesystem::path& from, const std::filesystem::path& to);

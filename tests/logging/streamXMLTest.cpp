@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
 namespace tv {
 namespace {
 
@@ -192,6 +198,73 @@ TEST_F(StreamXMLTest, AFileOfSomethingElseStaysAsItIs) {
     logger->callStack.push("a.a");
     logger->destroy();
     EXPECT_EQ(log(), "isto não é XML");
+}
+
+// ---- the last branch alone against the whole file
+
+/// A logger whose file somebody else seems to have changed before each entry, so that it reads all of it.
+void touch(const TemporaryFolder& folder) {
+    static int moments = 0;
+    std::filesystem::last_write_time(folder.path() / logName, std::filesystem::file_time_type::clock::now() -
+                                                                  std::chrono::seconds(++moments));
+}
+
+TEST_F(StreamXMLTest, EveryEntryLeavesTheFileThatTheWholeDocumentWouldGive) {
+    const TemporaryFolder other;
+    auto branch = startLogger(folder, clsLogger::typeXML, level::all);
+    auto whole = startLogger(other, clsLogger::typeXML, level::all);
+    const std::vector<std::string> legal{"a.a", "b.b", "c(x,1)", "a_b", "ação"};
+    const std::vector<std::string> illegal{"d e", "f/g", "a.a/b.b", "clsX(/tmp/a b.xml,Y)",
+                                           "1a",  "*",   "a:b",     "."};
+    std::mt19937 random(7);
+    const auto both = [&](const auto& operation) {
+        touch(other);
+        operation(*branch);
+        operation(*whole);
+    };
+    for (int i = 0; i < 1500; ++i) {
+        const clock::Frozen moment(clock::at(2024, 3, 5, 15, i / 60, i % 60));
+        const std::vector<std::string>& names = random() % 8 == 0 ? illegal : legal;
+        const std::string& name = names[random() % names.size()];
+        switch (random() % 7) {
+        case 0:
+        case 1:
+            both([&](clsLogger& logger) { logger.callStack.push(name); });
+            break;
+        case 2:
+        case 3:
+            if (!branch->callStack.EOF_()) {
+                both([](clsLogger& logger) { logger.callStack.pop(); });
+            }
+            break;
+        case 4:
+            both([](clsLogger& logger) { logger.logINFO("ação & <b> \"x\" \xE2\x82\xAC"); });
+            break;
+        case 5:
+            both([](clsLogger& logger) { logger.logFATAL("falha[5]"); });
+            break;
+        default:
+            if (random() % 40 == 0) {
+                branch->destroy();
+                whole->destroy();
+                branch = startLogger(folder, clsLogger::typeXML, level::all);
+                whole = startLogger(other, clsLogger::typeXML, level::all);
+            }
+        }
+        ASSERT_EQ(log(), other.read(logName)) << "after operation " << i;
+    }
+    EXPECT_GT(log().size(), 15000U);
+}
+
+TEST_F(StreamXMLTest, AFileThatSomebodyChangedIsReadAgain) {
+    const auto logger = startLogger(folder, clsLogger::typeXML, level::all);
+    logger->callStack.push("a.a");
+    folder.write(logName, "<LOG><EXEC><x/></EXEC></LOG>");
+    logger->logINFO("nova");
+    EXPECT_EQ(load().selectNodes("/LOG/EXEC/*").size(), 2U);
+    std::filesystem::remove(folder.path() / logName);
+    logger->logINFO("sem arquivo");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / logName));
 }
 
 } // namespace

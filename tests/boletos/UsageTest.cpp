@@ -19,7 +19,8 @@ TEST_F(BoletosTest, HelpIsPortuguese) {
     const Outcome outcome = run({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, AllOf(HasSubstr("Uso: boletos"), HasSubstr("Comandos:"), HasSubstr("validar"),
-                                   HasSubstr("layouts"), HasSubstr("--version")));
+                                   HasSubstr("exportar"), HasSubstr("importar"), HasSubstr("layouts"),
+                                   HasSubstr("--version")));
     EXPECT_THAT(outcome.out,
                 AllOf(Not(HasSubstr("Usage")), Not(HasSubstr("Options")), Not(HasSubstr("Subcommands"))));
     EXPECT_THAT(outcome.err, IsEmpty());
@@ -32,6 +33,14 @@ TEST_F(BoletosTest, HelpOfCommandsNamesTheirOptions) {
                 AllOf(HasSubstr("Uso: boletos validar"), HasSubstr("--pasta DIR"), HasSubstr("--layout TAG"),
                       HasSubstr("--formato"), HasSubstr("--saida ARQ"), HasSubstr("ARQUIVO...")));
     EXPECT_THAT(validar.out, AllOf(Not(HasSubstr("Options")), Not(HasSubstr("REQUIRED"))));
+    for (const std::string command : {"exportar", "importar"}) {
+        const Outcome planilhas = run({command, "--help"});
+        EXPECT_EQ(planilhas.status, 0);
+        EXPECT_THAT(planilhas.out, AllOf(HasSubstr("Uso: boletos " + command), HasSubstr("--pasta DIR"),
+                                         HasSubstr("--layout TAG"),
+                                         HasSubstr(command == "exportar" ? "ARQUIVO.xml" : "PLANILHA.xls"),
+                                         HasSubstr("Termina com 0"), Not(HasSubstr("REQUIRED"))));
+    }
     const Outcome layouts = run({"layouts", "-h"});
     EXPECT_EQ(layouts.status, 0);
     EXPECT_THAT(layouts.out, AllOf(HasSubstr("Uso: boletos layouts"), HasSubstr("--pasta DIR"),
@@ -85,6 +94,12 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"UnknownFormat",
                {"validar", "--layout", "x", "--formato", "pdf", "a.xml"},
                "O valor de --formato deve ser texto, json, xml, html ou junit"},
+        Misuse{"ExportWithoutLayout", {"exportar", "a.xml"}, "Falta a op\u00E7\u00E3o --layout"},
+        Misuse{"ExportWithoutFile", {"exportar", "--layout", "x"}, "Falta o nome de um arquivo"},
+        Misuse{"ImportWithoutFile", {"importar", "--layout", "x"}, "Falta o nome de um arquivo"},
+        Misuse{"ImportOfTwo",
+               {"importar", "--layout", "x", "a.xls", "b.xls"},
+               "N\u00E3o se sabe o que fazer com b.xls"},
         Misuse{"ArgumentOfLayouts", {"layouts", "a.xml"}, "N\u00E3o se sabe o que fazer com a.xml"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -7,6 +7,7 @@
 #include "logging/Routine.h"
 #include "platform/text.h"
 
+#include <QSplitter>
 #include <QTimer>
 
 #include <algorithm>
@@ -96,7 +97,8 @@ void frmEditor::setLarguras() {
     if (!modelo.dados()) {
         return;
     }
-    const int largura = std::max(grade().width() - menosNaLargura, 0);
+    // The grid takes the splitter's width, but hears of it only when it is shown.
+    const int largura = std::max(splitter_->width() - menosNaLargura, 0);
     for (const Coluna& coluna : colunas) {
         ColunaGrade aparencia = modelo.coluna(modelo.indice(coluna.nome));
         aparencia.largura = largura * coluna.porCento / 100;

@@ -405,7 +405,7 @@ TEST_F(Exporta, PathsChangeEveryExtensionWithItsCase) {
 // --- cost
 
 TEST_F(Exporta, SectionsThatAlternateCostNoMoreThanThoseInARow) {
-    constexpr int registros = 4000;
+    constexpr int registros = 10000;
     std::string conteudo;
     for (int i = 0; i < registros; ++i) {
         conteudo += "<t><a>" + std::to_string(i) + "</a></t><u><b>1</b></u>";
@@ -413,7 +413,8 @@ TEST_F(Exporta, SectionsThatAlternateCostNoMoreThanThoseInARow) {
     tela.anotaPassos = false;
     const auto inicio = std::chrono::steady_clock::now();
     exporta(grupo, documento(grupo, "<fundo>" + conteudo + "</fundo>"));
-    EXPECT_LT(std::chrono::steady_clock::now() - inicio, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - inicio,
+              std::chrono::seconds(20)); // looking records up each time takes minutes
     EXPECT_THAT(folha(planilha("fundo", 0), "t"), SizeIs(registros + 1));
     EXPECT_THAT(ultima->relato().perdas, IsEmpty());
 }

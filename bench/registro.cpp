@@ -30,7 +30,7 @@ double run(tv::clsLogger& logger, long entries) {
     return microseconds(from, 3 * entries);
 }
 
-void measure(std::int32_t type, const char* name, long entries) {
+void measure(std::int16_t type, const char* name, long entries) {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "registro-bench";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);

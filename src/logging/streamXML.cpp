@@ -223,7 +223,8 @@ bool streamXML::leadsNowhere(const std::vector<std::string>& tags) const {
             if (!isStep(step)) {
                 return false;
             }
-            isMissing = isMissing || text::contains(step, " ") || (!step.empty() && !branch_.temNome(std::string(step)));
+            isMissing = isMissing || text::contains(step, " ") ||
+                        (!step.empty() && !branch_.temNome(std::string(step)));
         }
     }
     return isMissing;

@@ -33,6 +33,17 @@ TEST_F(Files, reads_back_what_was_written) {
     EXPECT_EQ(readAll(folder / "new.txt"), "x");
 }
 
+TEST_F(Files, writes_over_a_place_and_beyond_the_end) {
+    const fs::path path = folder.file("a.bin", "0123456789");
+    writeAt(path, 2, "ab");
+    EXPECT_EQ(readAll(path), "01ab456789");
+    writeAt(path, 8, "cdef");
+    EXPECT_EQ(readAll(path), "01ab4567cdef");
+    EXPECT_EQ(errorOf([&] { writeAt(folder / "none", 0, "x"); }), errc::fileNotFound);
+    EXPECT_FALSE(fs::exists(folder / "none"));
+    EXPECT_EQ(errorOf([&] { writeAt("/dev/full", 0, "x"); }), errc::diskFull);
+}
+
 TEST_F(Files, reads_large_files_whole) {
     const std::string bytes(3'000'000, 'x');
     EXPECT_EQ(readAll(folder.file("large", bytes)).size(), bytes.size());

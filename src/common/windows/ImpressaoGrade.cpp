@@ -16,6 +16,7 @@
 #include <QPrinter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tv {
@@ -58,14 +59,16 @@ void linhaDeTexto(QPainter& pintor, const QRectF& lugar, const QString& texto, Q
             pintor.fontMetrics().elidedText(texto, Qt::ElideMiddle, static_cast<int>(lugar.width())));
         return;
     }
-    const Qt::Alignment lugares[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
+    const std::array<Qt::Alignment, 3> lugares{Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     double livre = lugar.width();
     // The outer pieces keep their room; the left one, which may be a path, takes what they leave.
     for (int parte = std::min<int>(static_cast<int>(partes.size()), 3) - 1; parte >= 0; --parte) {
         const QString cabe =
             pintor.fontMetrics().elidedText(partes[parte], Qt::ElideMiddle, static_cast<int>(livre));
         livre -= QFontMetricsF(pintor.font(), pintor.device()).horizontalAdvance(cabe);
-        pintor.drawText(lugar, static_cast<int>(lugares[parte] | Qt::AlignVCenter) | Qt::TextSingleLine,
+        pintor.drawText(lugar,
+                        static_cast<int>(lugares.at(static_cast<std::size_t>(parte)) | Qt::AlignVCenter) |
+                            Qt::TextSingleLine,
                         cabe);
     }
 }

@@ -33,7 +33,6 @@ PrevisaoGrade::PrevisaoGrade(const Grade& grade, QWidget* dono)
     : QDialog(dono)
     , impressao_(grade)
     , impressora_(QPrinter::HighResolution)
-    , folhas_(nullptr)
     , barra_(new QToolBar(this))
     , pagina_(new QLabel(this)) {
     setObjectName(QStringLiteral("PrevisaoGrade"));

@@ -43,7 +43,7 @@ private:
 
     ImpressaoGrade impressao_;
     QPrinter impressora_;
-    QPrintPreviewWidget* folhas_;
+    QPrintPreviewWidget* folhas_ = nullptr;
     QToolBar* barra_;
     QLabel* pagina_;
     QAction* primeira_ = nullptr;

@@ -13,7 +13,7 @@ namespace {
 
 void textosDaGrade(Grade& grade) {
     const QString titulo = paraQt(aplicacao::titulo());
-    const std::pair<Grade::Texto, QString> textos[] = {
+    const std::vector<std::pair<Grade::Texto, QString>> textos{
         {Grade::tituloRemocao, titulo},
         {Grade::tituloAviso, titulo},
         {Grade::tituloErro, titulo},

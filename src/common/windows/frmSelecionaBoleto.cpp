@@ -172,7 +172,7 @@ void frmSelecionaBoleto::reject() {
 }
 
 std::shared_ptr<const clsBoleto> frmSelecionaBoleto::getBoleto() {
-    const auto escolhido = boleto_; // closing is a cancel, which forgets it
+    auto escolhido = boleto_; // closing is a cancel, which forgets it
     close();
     return escolhido;
 }

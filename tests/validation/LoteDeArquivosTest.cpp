@@ -203,3 +203,32 @@ TEST(LoteDeArquivos, OnlyFilesThatDidNotPassOpen) {
             << row.validou << row.isValid << " '" << row.status << "'";
     }
 }
+
+TEST(LoteDeArquivos, AFileTakesThePlaceOfTheRowsThatHoldItsPath) {
+    const TemporaryFolder folder;
+    const auto rows = lote::criaRegistros();
+    const std::string path = folder.write("a.xml", std::string(512, 'x')).string();
+    const std::string other = folder.write("A.XML", "x").string();
+    lote::adiciona(*rows, path);
+    lote::adiciona(*rows, other);
+    rows->MoveFirst();
+    rows->set(lote::coluna::validou, true);
+    rows->Update();
+    lote::substitui(*rows, path);
+    ASSERT_EQ(rows->RecordCount(), 2U);
+    EXPECT_EQ(rows->get(lote::coluna::arquivo), Value(path));
+    EXPECT_EQ(rows->get(lote::coluna::validou), Value(false));
+    EXPECT_EQ(rows->get(lote::coluna::isNew), Value(true));
+    EXPECT_EQ(rows->get(lote::coluna::tamanho), Value(0.5));
+    rows->MoveFirst();
+    EXPECT_EQ(rows->get(lote::coluna::arquivo), Value(other));
+}
+
+TEST(LoteDeArquivos, AFileThatIsNotThereTakesAPlaceWithoutASize) {
+    const auto rows = lote::criaRegistros();
+    lote::substitui(*rows, "/no/such/file.xml");
+    lote::substitui(*rows, "/no/such/file.xml");
+    ASSERT_EQ(rows->RecordCount(), 1U);
+    EXPECT_EQ(rows->get(lote::coluna::tamanho), Value(0.0));
+    EXPECT_EQ(rows->get(lote::coluna::tempo), Value(std::string("00:00")));
+}

@@ -48,7 +48,7 @@ private:
 
 /// The report in the web engine. The engine's own search lays out the whole page, which takes many seconds
 /// for tens of thousands of findings; in such a report a search goes from finding to finding instead.
-class VistaWeb : public VistaRelatorio {
+class VistaWeb final : public VistaRelatorio {
     Q_OBJECT
 public:
     VistaWeb();

@@ -87,6 +87,7 @@ void frmTramador::novoBoleto() {
         if (podePerder && !perguntaSeSalva()) {
             return;
         }
+        documento_.estado.arquivo.clear(); // the new document has not been saved anywhere
         painel1_->clear();
         abrir(documento_.boleto());
     });

@@ -219,6 +219,19 @@ TEST_F(frmTramadorDocumento, NewDocumentAsksForTheOldOneAndStartsEmpty) {
     EXPECT_EQ(modelo().rowCount(), 1);
 }
 
+TEST_F(frmTramadorDocumento, NewDocumentHasNoFile) {
+    abre("arquivoposicao_4_01");
+    janela->abrirBoleto(amostra("arquivoposicao_4_01/valido_pequeno.xml"));
+    Caixas caixas{q("Não"), q("OK")};
+    clica("btnNovo");
+    EXPECT_EQ(estado().arquivo, "");
+    EXPECT_EQ(painel(1), QString());
+    EXPECT_FALSE(acao("btnExportarExcel")->isEnabled());
+    clica("btnValidar"); // which would save
+    ASSERT_EQ(caixas.vistas().size(), 2U);
+    EXPECT_EQ(caixas.vistas()[1].texto, q("Não há dados!"));
+}
+
 TEST_F(frmTramadorDocumento, NewDocumentOfAFundsNodeTakesRowsAgain) {
     abre("ArquivoPosicao_2_01");
     incluiFundo(cnpj);

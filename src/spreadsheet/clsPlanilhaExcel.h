@@ -80,6 +80,7 @@ private:
     void exporta(const std::string& caminho);
     void exportaNo(const XmlNode& no, const std::string& base);
     void exportaSecoes(const XmlNode& no);
+    void gravaPlanilha();
     static std::string getSufixoArquivo(std::string_view ignorado, std::size_t contador);
     bool isNovaSecao(const std::string& nome);
     void criarPlanilha(const XmlNode& no, const std::string& secao);

@@ -61,6 +61,11 @@ void clsPlanilhaExcel::exporta(const std::string& caminho) {
     contador_ = 0;
     for (const XmlNode& no : nos) {
         exportaNo(no, base);
+        if (contador_ == nos.size()) { // the last workbook is written without the document beside it
+            porSecao_.clear();
+            documento_ = XmlDocument();
+        }
+        gravaPlanilha();
     }
     fechaProgresso();
     if (tela_ != nullptr) {
@@ -87,10 +92,13 @@ void clsPlanilhaExcel::exportaNo(const XmlNode& no, const std::string& base) {
     }
     ++contador_;
     incProgress();
+}
+
+void clsPlanilhaExcel::gravaPlanilha() {
     conexao_->close();
     conexao_.reset();
     ultimaSecao_.clear();
-    relato_.planilhas.push_back(planilha);
+    relato_.planilhas.push_back(planilha_);
 }
 
 void clsPlanilhaExcel::exportaSecoes(const XmlNode& no) {

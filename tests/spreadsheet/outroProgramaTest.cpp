@@ -1,10 +1,11 @@
-// Workbooks that another program has saved come back as the same bytes.
+// Other programs see in our workbooks what we wrote, and what they save comes back as the same bytes.
 
 #include "PlanilhasDeTeste.h"
 
 #include "../composer/Amostras.h"
 #include "app/Aplicacao.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace tv::test {
@@ -57,6 +58,56 @@ TEST_P(OutroPrograma, SavesWorkbooksThatImportToTheSameBytes) {
 
 INSTANTIATE_TEST_SUITE_P(Layouts, OutroPrograma, testing::Values("arquivoposicao_3_00", "movimento_2_00"),
                          [](const auto& um) { return um.param; });
+
+/// Every cell of a workbook as another reader sees it: a line a sheet's name, a line a cell.
+std::string celulasPorOutroLeitor(const ScratchFolder& pasta, const std::string& planilha) {
+    const auto programa = pasta.file("le.py", R"(
+import sys, xlrd
+with open(sys.argv[2], 'w', encoding='utf-8', newline='') as out:
+    for sheet in xlrd.open_workbook(sys.argv[1]).sheets():
+        out.write('[' + sheet.name + ']\n')
+        for row in sheet.get_rows():
+            out.writelines(cell.value + '\n' for cell in row)
+)");
+    const std::string saida = (pasta / "celulas.txt").string();
+    const std::string comando =
+        "/usr/bin/python3 '" + programa.string() + "' '" + planilha + "' '" + saida + "'";
+    EXPECT_EQ(std::system(comando.c_str()), 0) << comando; // NOLINT(cert-env33-c): files of the test
+    return files::readAll(saida);
+}
+
+class OutroLeitor : public OutroPrograma {};
+
+TEST_P(OutroLeitor, SeesEveryCellOfASamplesWorkbooksAsWeDo) {
+    const std::filesystem::path amostra = pastaDasAmostras() / GetParam();
+    exporta(amostra.parent_path().filename().string(), files::readAll(amostra));
+    ASSERT_FALSE(ultima->relato().planilhas.empty());
+    for (const std::string& planilha : ultima->relato().planilhas) {
+        const std::string vistas = celulasPorOutroLeitor(pasta, planilha);
+        std::string nossas;
+        for (std::size_t em = vistas.find('['); em != std::string::npos; em = vistas.find("\n[", em)) {
+            em += vistas[em] == '\n' ? 1U : 0U;
+            const std::string nome = vistas.substr(em + 1, vistas.find("]\n", em) - em - 1);
+            const WorkbookTable tabela = Workbook(planilha).select("SELECT * FROM [" + nome + "$]");
+            nossas += "[" + nome + "]\n";
+            for (const std::string& coluna : tabela.columns) {
+                nossas += coluna + "\n";
+            }
+            for (const auto& linha : tabela.rows) {
+                for (const auto& celula : linha) {
+                    nossas += celula.value_or("") + "\n";
+                }
+            }
+        }
+        EXPECT_EQ(nossas, vistas) << planilha;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Amostras, OutroLeitor, testing::ValuesIn(amostrasValidas()), [](const auto& uma) {
+    std::string nome = uma.param.substr(0, uma.param.size() - 4);
+    std::replace(nome.begin(), nome.end(), '/', '_');
+    return nome;
+});
 
 } // namespace
 } // namespace tv::test

@@ -1,8 +1,7 @@
 // Workbooks back to documents.
 
-#include "PlanilhasDeTeste.h"
+#include "ImportacaoDeTeste.h"
 
-#include "app/Aplicacao.h"
 #include "platform/text.h"
 
 #include <gmock/gmock.h>
@@ -18,101 +17,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
-
-const std::string grupo = "movimento_1_00";               // funds below the root
-const std::string comCompromisso = "arquivoposicao_3_00"; // the same, and its compromisso is made anew
-const std::string declaracao = "<?xml version='1.0' encoding='ISO-8859-1' ?>\r\n";
-
-std::string secao(const std::string& tag, const std::string& filhos = "") {
-    return "<SECAO tag='" + tag + "'>" + filhos + "</SECAO>";
-}
-
-/// A catalog whose layouts have the sections header, t and u: below fundo and carteira, and below the layout.
-std::string catalogo() {
-    std::string boletos;
-    for (const char* tag : {"arquivoposicao_3_00", "arquivoposicao_4_00", "arquivoposicao_4_01",
-                            "movimento_1_00", "movimento_2_00", "plano"}) {
-        const std::string secoes = secao("header") + secao("t") + secao(" u ");
-        boletos += "<BOLETO tag='" + std::string(tag) + "'>" + secao("fundo", secoes) +
-                   secao("carteira", secoes) + "</BOLETO>";
-    }
-    for (const char* tag : {"ArquivoPosicao_2_01", "arquivoposicao_2_01", "posicao_passivo_analitico_v100"}) {
-        boletos += "<BOLETO tag='" + std::string(tag) + "'>" + secao("header") + secao("t") + secao(" u ") +
-                   "</BOLETO>";
-    }
-    return "<TORVA><BOLETOS>" + boletos + "</BOLETOS></TORVA>";
-}
-
-using Linha = std::vector<std::optional<std::string>>;
-
-/// A workbook is filled sheet by sheet; a cell without a value stays empty.
-class NovaPlanilha {
-public:
-    explicit NovaPlanilha(const std::filesystem::path& caminho)
-        : workbook_(caminho) {}
-    NovaPlanilha& folha(const std::string& nome, const std::vector<std::string>& colunas,
-                        const std::vector<Linha>& linhas) {
-        std::string comando;
-        for (const std::string& coluna : colunas) {
-            comando += (comando.empty() ? "" : ", ") + coluna + " varchar(255)";
-        }
-        workbook_.execute("CREATE TABLE " + nome + "( " + comando + ")");
-        for (const Linha& linha : linhas) {
-            insere(nome, colunas, linha);
-        }
-        return *this;
-    }
-    void fecha() { workbook_.close(); }
-
-private:
-    void insere(const std::string& nome, const std::vector<std::string>& colunas, const Linha& linha) {
-        std::string nomes;
-        std::string valores;
-        for (std::size_t i = 0; i < colunas.size(); ++i) {
-            if (linha.at(i)) {
-                nomes += (nomes.empty() ? "" : ", ") + colunas[i];
-                valores += (valores.empty() ? "'" : ", '") + *linha[i] + "'";
-            }
-        }
-        workbook_.execute("INSERT INTO " + nome + "( " + nomes + ") VALUES (" + valores + ") ");
-    }
-
-    Workbook workbook_;
-};
-
-class Importa : public PlanilhaTest {
-protected:
-    Importa() {
-        aplicacao_.write("TORVA_TramadorValidador.xml", catalogo());
-        aplicacao::setPasta(aplicacao_.path());
-    }
-    ~Importa() override { aplicacao::setPasta(files::executableFolder()); }
-    Importa(const Importa&) = delete;
-    Importa& operator=(const Importa&) = delete;
-
-    /// A workbook "x_fundo.xls" with these rows of one sheet.
-    std::filesystem::path planilhaCom(const std::string& folha, const std::vector<std::string>& colunas,
-                                      const std::vector<Linha>& linhas,
-                                      const std::string& nome = "x_fundo.xls") {
-        NovaPlanilha(pasta / nome).folha(folha, colunas, linhas).fecha();
-        return pasta / nome;
-    }
-    /// Imports and gives the document's bytes; nothing when there is none.
-    std::optional<std::string> importa(const std::string& tag, const std::filesystem::path& planilha) {
-        ultima = std::make_unique<clsPlanilhaExcel>(&tela);
-        ultima->tag = tag;
-        ultima->ImportarPlanilha(planilha.string());
-        const std::filesystem::path xml = clsPlanilhaExcel::caminhoXml(planilha.string());
-        return files::exists(xml) ? std::optional(files::readAll(xml)) : std::nullopt;
-    }
-    static std::string comGrupo(const std::string& tag, const std::string& registros,
-                                const std::string& raiz = "fundo") {
-        return declaracao + "<" + tag + ">\r\n<" + raiz + ">\r\n" + registros + "\r\n</" + raiz + ">\r\n</" +
-               tag + ">\r\n";
-    }
-
-    TemporaryFolder aplicacao_;
-};
 
 // --- the form of the document
 
@@ -263,87 +167,6 @@ TEST_F(Importa, AFlatLayoutWithARootOpensItsSheetEvenIfTheCatalogLacksTheLayout)
     planilhaCom("fundo", {"a"}, {{"1"}});
     EXPECT_EQ(importa("desconhecido", pasta / "x_fundo.xls"),
               declaracao + "<desconhecido>\r\n<fundo>\r\n<a>1</a>\r\n</fundo>\r\n</desconhecido>\r\n");
-}
-
-// --- header and compromisso
-
-TEST_F(Importa, AHeaderWithTwoRowsGivesTheFirst) {
-    planilhaCom("header", {"a", "dtretorno", "classecomp"}, {{"1", "2", std::nullopt}, {"3", "4", "5"}});
-    // Every field of it is written, those of a compromisso too.
-    EXPECT_EQ(importa(grupo, pasta / "x_fundo.xls"),
-              comGrupo(grupo,
-                       "<header>\r\n<a>1</a>\r\n<dtretorno>2</dtretorno>\r\n<classecomp></classecomp>\r\n"
-                       "</header>\r\n"));
-}
-
-TEST_F(Importa, AHeaderCanHaveACompromisso) {
-    planilhaCom("header", {"dtretorno", "classecomp"}, {{"1", "2"}});
-    EXPECT_EQ(importa(comCompromisso, pasta / "x_fundo.xls"),
-              comGrupo(comCompromisso, "<header>\r\n<compromisso>\r\n<dtretorno>1</dtretorno>\r\n"
-                                       "<classecomp>2</classecomp>\r\n</compromisso>\r\n</header>\r\n"));
-}
-
-const std::vector<std::string> colunasDoCompromisso{"a", "dtretorno", "taxa", "classecomp", "classeoperacao"};
-
-TEST_F(Importa, CompromissoIsMadeAnewRoundItsColumns) {
-    planilhaCom("t", colunasDoCompromisso,
-                {{"1", "2", std::nullopt, "3", "4"},
-                 {"5", "6", "7", std::nullopt, "8"},
-                 {"9", std::nullopt, "10", "11", "12"}});
-    EXPECT_EQ(
-        importa(comCompromisso, pasta / "x_fundo.xls"),
-        comGrupo(
-            comCompromisso,
-            "<t>\r\n<a>1</a>\r\n<compromisso>\r\n<dtretorno>2</dtretorno>\r\n<taxa></taxa>\r\n"
-            "<classecomp>3</classecomp>\r\n</compromisso>\r\n<classeoperacao>4</classeoperacao>\r\n</t>\r\n"
-            "<t>\r\n<a>5</a>\r\n<classeoperacao>8</classeoperacao>\r\n</t>\r\n"
-            "<t>\r\n<a>9</a>\r\n<compromisso>\r\n<dtretorno></dtretorno>\r\n<taxa>10</taxa>\r\n"
-            "<classecomp>11</classecomp>\r\n</compromisso>\r\n<classeoperacao>12</classeoperacao>\r\n</"
-            "t>\r\n"));
-}
-
-TEST_F(Importa, OnOtherLayoutsTheCompromissoStandsFlatOrIsLeftOut) {
-    planilhaCom("t", colunasDoCompromisso, {{"1", "2", "x", "3", "4"}, {"5", "6", "7", std::nullopt, "8"}});
-    EXPECT_EQ(
-        importa("arquivoposicao_4_01", pasta / "x_fundo.xls"),
-        comGrupo(
-            "arquivoposicao_4_01",
-            "<t>\r\n<a>1</a>\r\n<dtretorno>2</dtretorno>\r\n<taxa>x</taxa>\r\n<classecomp>3</classecomp>\r\n"
-            "<classeoperacao>4</classeoperacao>\r\n</t>\r\n"
-            "<t>\r\n<a>5</a>\r\n<classeoperacao>8</classeoperacao>\r\n</t>\r\n"));
-}
-
-TEST_F(Importa, ARowWithoutClassecompLosesItsRangeOnAFlatLayoutToo) {
-    planilhaCom("fundo", colunasDoCompromisso, {{"5", "6", "7", std::nullopt, "8"}});
-    EXPECT_EQ(importa("plano", pasta / "x_fundo.xls"),
-              declaracao +
-                  "<plano>\r\n<fundo>\r\n<a>5</a>\r\n<classeoperacao>8</classeoperacao>\r\n</fundo>\r\n"
-                  "</plano>\r\n");
-}
-
-TEST_F(Importa, WithoutClasseoperacaoTheRangeGoesToTheLastColumn) {
-    planilhaCom("t", {"dtretorno", "classecomp", "z"}, {{"1", "2", std::nullopt}, {"1", std::nullopt, "3"}});
-    EXPECT_EQ(importa(comCompromisso, pasta / "x_fundo.xls"),
-              comGrupo(comCompromisso,
-                       "<t>\r\n</t>\r\n"
-                       "<t>\r\n<compromisso>\r\n<dtretorno>1</dtretorno>\r\n<classecomp></classecomp>\r\n"
-                       "</compromisso>\r\n<z>3</z>\r\n</t>\r\n"));
-}
-
-TEST_F(Importa, WithoutDtretornoThereIsNoRange) {
-    planilhaCom("t", {"a", "classecomp", "classeoperacao"}, {{"1", std::nullopt, "2"}});
-    EXPECT_EQ(importa(comCompromisso, pasta / "x_fundo.xls"),
-              comGrupo(comCompromisso, "<t>\r\n<a>1</a>\r\n<classecomp></classecomp>\r\n"
-                                       "<classeoperacao>2</classeoperacao>\r\n</t>\r\n"));
-}
-
-TEST_F(Importa, TheRangeIsFoundInAnyCaseAndTheGroupInSmallLettersOnly) {
-    planilhaCom("t", {"DtRetorno", "ClasseComp", "ClasseOperacao"},
-                {{"1", "2", "3"}, {"1", std::nullopt, "3"}});
-    EXPECT_EQ(importa(comCompromisso, pasta / "x_fundo.xls"),
-              comGrupo(comCompromisso, "<t>\r\n<DtRetorno>1</DtRetorno>\r\n<ClasseComp>2</ClasseComp>\r\n"
-                                       "<ClasseOperacao>3</ClasseOperacao>\r\n</"
-                                       "t>\r\n<t>\r\n<ClasseOperacao>3</ClasseOperacao>\r\n</t>\r\n"));
 }
 
 // --- where the document goes, and what goes wrong

@@ -220,7 +220,7 @@ long peakMemory() {
 
 TEST(Workbook, SixtyThousandRowsTakeSeconds) {
     const test::ScratchFolder folder;
-    const long before = peakMemory();
+    [[maybe_unused]] const long before = peakMemory();
     const std::clock_t start = std::clock();
     const std::vector<std::string> columns = test::numberedColumns(40);
     const auto value = [](std::size_t row, std::size_t column) { return std::to_string(row * 40 + column); };

@@ -80,8 +80,9 @@ File open(const fs::path& path, const char* mode) {
 /// Writes everything and closes the file, since a full disk may show only then.
 void finishWriting(File file, std::string_view bytes, const fs::path& path, bool toDisk) {
     errno = 0;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
-                         std::fflush(file.get()) == 0 && (!toDisk || ::fsync(::fileno(file.get())) == 0);
+    const bool written =
+        (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size()) &&
+        std::fflush(file.get()) == 0 && (!toDisk || ::fsync(::fileno(file.get())) == 0);
     if (!written) {
         failWriting(lastError(), path);
     }

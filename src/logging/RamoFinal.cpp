@@ -39,10 +39,8 @@ void RamoFinal::le(const XmlDocument& documento, std::string_view bytes,
     niveis_.clear();
     nomes_.clear();
     const std::vector<std::size_t> inicios = ultimosInicios(bytes);
-    std::size_t fechos = 0;
     for (XmlNode no = documento.documentElement(); no;) {
         Nivel nivel{std::string(no.name()), fechoDe(std::string(no.name())), 0, 0};
-        fechos += nivel.fecho.size();
         if (niveis_.size() < inicios.size()) {
             const std::size_t inicio = inicios[niveis_.size()];
             localizaFim(nivel, bytes.substr(inicio, bytes.find('>', inicio) - inicio), inicio);

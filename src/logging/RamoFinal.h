@@ -25,7 +25,6 @@ public:
 
     /// True while the file is as it was when the branch was taken or last changed.
     bool vale(const std::filesystem::path& arquivo) const;
-    std::size_t niveis() const noexcept { return niveis_.size(); }
     /// True when the branch's elements from `nivel` on bear these names.
     bool passaPor(std::size_t nivel, const std::vector<std::string>& nomes) const;
     /// True when some element of the file bears this name.

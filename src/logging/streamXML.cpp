@@ -51,14 +51,19 @@ void stamp(XmlNode element, const std::string& time) {
     element.setAttribute("fim", time);
 }
 
-/// The element of an entry as it stands in the file. Throws Error 5 for a name that is no legal one.
-std::string entryBytes(const std::string& tag, std::string_view level, std::string_view description) {
-    XmlDocument alone = XmlDocument::create(tag);
-    XmlNode entry = alone.documentElement();
+/// Gives an entry's element its attributes; without a level it is a routine's own.
+void fill(XmlNode entry, std::string_view level, std::string_view description) {
     stamp(entry, timeNow());
     if (!level.empty()) {
         entry.setAttribute(level, description);
     }
+}
+
+/// The element of an entry as it stands in the file. Throws Error 5 for a name that is no legal one.
+std::string entryBytes(const std::string& tag, std::string_view level, std::string_view description) {
+    XmlDocument alone = XmlDocument::create(tag);
+    const XmlNode entry = alone.documentElement();
+    fill(entry, level, description);
     return text::toLatin1Markup(entry.outerXml());
 }
 
@@ -171,11 +176,8 @@ void streamXML::append(const std::vector<std::string>& parents, const std::strin
     }
     change([&](XmlDocument& document) {
         XmlNode parent = lastNode(document, pathOf(parents));
-        XmlNode entry = document.createElement(tag);
-        stamp(entry, timeNow());
-        if (!level.empty()) {
-            entry.setAttribute(level, description);
-        }
+        const XmlNode entry = document.createElement(tag);
+        fill(entry, level, description);
         parent.appendChild(entry);
     });
 }

@@ -217,6 +217,13 @@ class CompletenessTest(unittest.TestCase):
         self.assertEqual(named - known, {"--saida"} - known)
         self.assertLessEqual(general, named)
 
+    def test_every_layout_is_named(self):
+        done = subprocess.run([BOLETOS, "layouts"], capture_output=True, text=True, check=True)
+        for line in done.stdout.splitlines():
+            tag, version, name = line.split("\t")[:3]
+            with self.subTest(layout=tag):
+                self.assertIn(f"| `{tag}` | {name} | {version} |", CHAPTERS["06-catalogo.md"])
+
     def test_every_message_is_explained(self):
         chapter = self.plain(CHAPTERS["10-mensagens.md"])
         messages = self.boxes() | self.of_the_parser() | self.of_sources()

@@ -1,5 +1,6 @@
 #include "editor/ArquivoEditado.h"
 
+#include "platform/ByteStream.h"
 #include "platform/Error.h"
 #include "platform/XmlForm.h"
 #include "platform/text.h"
@@ -13,6 +14,15 @@ namespace {
 /// Units that the text widget can hold with room for its own work.
 constexpr std::size_t maxUnidades = std::size_t{1} << 30U;
 constexpr std::int32_t semMemoria = 7;
+
+/// Throws Error 5 for a number beyond the last of the kinds.
+template<typename Tipo>
+Tipo umDe(std::uint64_t numero, Tipo ultimo) {
+    if (numero > static_cast<std::uint64_t>(ultimo)) {
+        throw Error(errc::invalidCall, "ArquivoEditado", "Os dados guardados estão danificados");
+    }
+    return static_cast<Tipo>(numero);
+}
 
 } // namespace
 
@@ -79,6 +89,41 @@ void ArquivoEditado::grava(const Preparo& preparo) {
     ilegiveis_ = 0;
     lido_ = true;
     anotaEstado();
+}
+
+void ArquivoEditado::guarda(ByteWriter& bytes) const {
+    bytes.number(static_cast<std::uint64_t>(codificacao_.familia));
+    bytes.text(codificacao_.nome);
+    bytes.text(codificacao_.declarada);
+    bytes.value(codificacao_.marca);
+    bytes.number(static_cast<std::uint64_t>(codificacao_.fimDeLinha));
+    bytes.number(ilegiveis_);
+    bytes.value(lido_);
+    bytes.value(estado_.has_value());
+    if (estado_) {
+        bytes.number(estado_->size);
+        bytes.number(static_cast<std::uint64_t>(estado_->time.time_since_epoch().count()));
+    }
+}
+
+void ArquivoEditado::retoma(std::filesystem::path caminho, ByteReader& bytes) {
+    using Familia = CodificacaoXML::Familia;
+    using FimDeLinha = CodificacaoXML::FimDeLinha;
+    const auto sim = [&bytes] { return bytes.value() == Value(true); };
+    caminho_ = std::move(caminho);
+    codificacao_.familia = umDe<Familia>(bytes.number(), Familia::UmByte);
+    codificacao_.nome = bytes.text();
+    codificacao_.declarada = bytes.text();
+    codificacao_.marca = sim();
+    codificacao_.fimDeLinha = umDe<FimDeLinha>(bytes.number(), FimDeLinha::Cr);
+    ilegiveis_ = static_cast<std::size_t>(bytes.number());
+    lido_ = sim();
+    estado_.reset();
+    if (sim()) {
+        const std::uint64_t tamanho = bytes.number();
+        const std::filesystem::file_time_type::duration instante(static_cast<std::int64_t>(bytes.number()));
+        estado_ = {tamanho, std::filesystem::file_time_type(instante)};
+    }
 }
 
 } // namespace tv

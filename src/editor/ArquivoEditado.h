@@ -11,6 +11,9 @@
 
 namespace tv {
 
+class ByteReader;
+class ByteWriter;
+
 /// The file behind an edited text: how its bytes were read, whether it is still the file that was read, and
 /// how the text goes back without anything being lost unsaid.
 class ArquivoEditado {
@@ -37,6 +40,11 @@ public:
     Preparo prepara(std::u16string_view texto) const;
     /// Replaces the file. Throws Error as files::replaceWhole.
     void grava(const Preparo& preparo);
+
+    /// Puts all that is known about the file, but for its path, into bytes, and takes it from there: as if
+    /// the file had been read when the one that was kept was. `retoma` throws as ByteReader.
+    void guarda(ByteWriter& bytes) const;
+    void retoma(std::filesystem::path caminho, ByteReader& bytes);
 
 private:
     void anotaEstado();

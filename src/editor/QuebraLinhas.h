@@ -30,6 +30,11 @@ public:
     bool vazia() const noexcept { return quebras_.empty(); }
     /// True when a break had to go into the middle of something, for want of a place between elements.
     bool forcada() const noexcept { return forcada_; }
+    /// For a text that comes back with its breaks in it: only whether some were forced is known of them.
+    void retoma(bool forcada) {
+        quebras_.clear();
+        forcada_ = forcada;
+    }
     /// Where a place of the text before the breaks is now.
     LugarTexto lugar(LugarTexto antes) const;
 

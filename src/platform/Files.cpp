@@ -302,6 +302,28 @@ void replaceWhole(const fs::path& path, std::string_view bytes) {
     fresh.keep();
 }
 
+bool writeThrough(const fs::path& path, const std::vector<std::string_view>& pieces,
+                  const std::function<bool()>& goesOn) {
+    File file = open(path, "wb");
+    if (!file) {
+        failWriting(lastError(), path);
+    }
+    for (const std::string_view piece : pieces) {
+        if (!goesOn()) {
+            return false;
+        }
+        errno = 0;
+        if (!piece.empty() && std::fwrite(piece.data(), 1, piece.size(), file.get()) != piece.size()) {
+            failWriting(lastError(), path);
+        }
+    }
+    if (!goesOn()) {
+        return false;
+    }
+    finishWriting(std::move(file), {}, path, true);
+    return true;
+}
+
 fs::path createTemporary(const fs::path& folder, std::string_view prefix) {
     constexpr unsigned names = 0x10000;
     static std::atomic<unsigned> next =

@@ -3,8 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// File operations of the core. Failures throw Error with the numbers of `errc` (53, 58, 61, 70, 75, 76) and
 /// a Portuguese description that names the file.
@@ -38,6 +40,10 @@ void move(const std::filesystem::path& from, const std::filesystem::path& to);
 /// Writes a temporary file beside `path`, flushes it to disk and moves it over `path` in one step. The file
 /// keeps its permissions; where `path` is a link, what it leads to is replaced.
 void replaceWhole(const std::filesystem::path& path, std::string_view bytes);
+/// Writes the pieces one behind the other and flushes them to disk. `goesOn` is asked before every piece and
+/// before the flush; when it says no, the answer is false and the file stays as far as it came.
+bool writeThrough(const std::filesystem::path& path, const std::vector<std::string_view>& pieces,
+                  const std::function<bool()>& goesOn);
 /// A new empty file in `folder` with a name that starts with `prefix` (three letters count) and ends in
 /// ".TMP".
 std::filesystem::path createTemporary(const std::filesystem::path& folder, std::string_view prefix);

@@ -54,6 +54,9 @@ struct RecordSet::Rows {
     void restore(std::size_t row, const std::vector<Value>& values);
     bool isLive(std::size_t row) const { return row < cells_.size() && cells_[row].has_value(); }
 
+    /// One more than the highest row number given so far.
+    std::size_t limit() const noexcept { return cells_.size(); }
+
     const Value& get(std::size_t row, std::size_t column) const { return (*cells_[row])[column]; }
     /// Throws Error 13 when the value is of another kind than the column.
     void set(std::size_t row, std::size_t column, Value value);

@@ -297,6 +297,10 @@ bool RecordSet::shows(std::size_t row) const noexcept {
     return view_->shows(*rows_, row);
 }
 
+std::size_t RecordSet::rowLimit() const noexcept {
+    return rows_->limit();
+}
+
 bool RecordSet::isNew(std::size_t row) const noexcept {
     return rows_->fresh.contains(row);
 }

@@ -96,6 +96,8 @@ public:
     std::vector<Value> values(std::size_t row) const;
     /// True when the view shows the row of that number.
     bool shows(std::size_t row) const noexcept;
+    /// One more than the highest row number given so far, by whichever clone; removed rows keep theirs.
+    std::size_t rowLimit() const noexcept;
     /// True for a row that AddNew made and no Update has ended yet.
     bool isNew(std::size_t row) const noexcept;
 

@@ -3,6 +3,7 @@
 #include "app/windows/biblioteca.h"
 #include "app/windows/frmObjetos.h"
 #include "app/windows/mdiMain.h"
+#include "app/windows/recuperacao.h"
 #include "logging/Routine.h"
 
 #include <QApplication>
@@ -108,6 +109,8 @@ void frmSplash::TimerStartUp_Timer() {
     });
     proceed([this] { close(); });
     QApplication::restoreOverrideCursor();
+    // Behind the start, with the main window on the screen.
+    QTimer::singleShot(0, &mdiMain::instancia(), [] { proceed(recuperacao::oferece); });
 }
 
 } // namespace tv

@@ -3,6 +3,7 @@
 #include "app/windows/frmObjetos.h"
 #include "common/windows/Espera.h"
 #include "common/windows/Grade.h"
+#include "common/windows/GuardaDaJanela.h"
 #include "common/windows/controleLib.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
@@ -31,6 +32,7 @@ using mensagem::Icone;
 frmTramador::frmTramador()
     : Janela(QStringLiteral("frmTramador")) {
     montaTela();
+    iniciaGuarda();
 }
 
 frmTramador::~frmTramador() {
@@ -75,6 +77,7 @@ void frmTramador::abrir(const std::shared_ptr<const clsBoleto>& boleto) {
         }
         poeNoTopo(documento_.getGrid());
         gradeAtual().setFocus();
+        documentoSalvo();
         status(QStringLiteral("Pronto"));
     });
     if (!abriu) {
@@ -94,6 +97,8 @@ bool frmTramador::podeFechar() {
 void frmTramador::aoDescarregar() {
     const Routine routine("frmTramador.Form_Unload");
     aberto_ = false;
+    guarda_->larga();
+    retrato_.solta();
     removeGrades();
     documento_.estado.linhasApagadas.clear();
 }

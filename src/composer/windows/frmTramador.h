@@ -4,6 +4,7 @@
 #include "composer/Documento.h"
 #include "composer/HistoricoEdicao.h"
 #include "composer/RegrasLinha.h"
+#include "composer/RetratoDocumento.h"
 #include "validation/clsValidador.h"
 
 #include <QPointer>
@@ -13,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -27,6 +29,7 @@ namespace tv {
 
 class EdicaoGrade;
 class Grade;
+class GuardaDaJanela;
 class PainelGrade;
 class VistaFundos;
 
@@ -44,6 +47,11 @@ public:
     /// Shows the window with a new document of the layout. A failure is logged and told, and the window
     /// closes.
     void abrir(const std::shared_ptr<const clsBoleto>& boleto);
+    /// Shows the window with a document that was kept unsaved, as it stood, rows under way included; only the
+    /// steps that could be taken back are gone. False after a failure, which is logged; the window closes.
+    bool retoma(const std::shared_ptr<const clsBoleto>& boleto, std::string_view conteudo);
+    /// What keeps the unsaved document.
+    GuardaDaJanela& guarda() noexcept { return *guarda_; }
 
     /// Starts a new document, after a question where there is something to save.
     void novoBoleto();
@@ -163,12 +171,20 @@ private:
     void mostraResultado(const std::shared_ptr<const Resultados>& resultados);
     QString tituloDoResultado() const;
 
+    // The unsaved document, kept from time to time.
+    void iniciaGuarda();
+    void documentoSalvo();
+    RetratoDocumento::Tela telaAtual() const;
+    void devolve(std::string_view conteudo);
+    void mostraVolta(const RetratoDocumento::Volta& volta);
+
     // Workbooks.
     void exportarPlanilha(const QString& arquivo);
     void importarPlanilha(const QString& caminho);
 
     Documento documento_;
     RegrasLinha regras_{documento_};
+    RetratoDocumento retrato_{documento_};
     HistoricoEdicao historico_;
     std::string lugar_;     ///< Key of the node that shows the grid on top as it is; empty without one.
     PassoDeEdicao remocao_; ///< The deletion under way.
@@ -190,6 +206,7 @@ private:
     QStatusBar* statusBar_ = nullptr;
     QLabel* painel1_ = nullptr;
     QLabel* painel2_ = nullptr;
+    GuardaDaJanela* guarda_ = nullptr;
 };
 
 } // namespace tv

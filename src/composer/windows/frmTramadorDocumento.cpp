@@ -3,6 +3,7 @@
 #include "common/windows/Espera.h"
 #include "common/windows/FileOperations.h"
 #include "common/windows/Grade.h"
+#include "common/windows/GuardaDaJanela.h"
 #include "common/windows/frmMensagem.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
@@ -159,6 +160,7 @@ bool frmTramador::aceitaParaAbrir(const QString& nome) {
 /// Loads a file that was checked before. What was read before a failure stays.
 void frmTramador::carrega(const QString& nome) {
     const Espera espera;
+    const GuardaDaJanela::Pausa pausa(*guarda_);
     frmMensagem progresso;
     progresso.setMsg(QStringLiteral("Arquivo ") + nome, QStringLiteral("Abrindo boleto"), 0, figuraDocumento);
     historico_.limpa();
@@ -187,6 +189,7 @@ void frmTramador::carrega(const QString& nome) {
     if (leu) {
         documento_.estado.arquivo = paraUtf8(nome);
         documento_.estado.salvo = true;
+        documentoSalvo();
         painel1_->setText(nome);
         status(QStringLiteral("Pronto"));
     }
@@ -308,6 +311,7 @@ void frmTramador::grava(const std::filesystem::path& temporario, const QString& 
     }
     documento_.estado.arquivo = paraUtf8(destino);
     documento_.estado.salvo = true;
+    documentoSalvo();
     painel1_->setText(destino);
     ZOrder();
     status(QStringLiteral("Pronto"));

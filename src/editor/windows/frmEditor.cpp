@@ -2,6 +2,7 @@
 
 #include "app/windows/frmObjetos.h"
 #include "common/windows/Espera.h"
+#include "common/windows/GuardaDaJanela.h"
 #include "common/windows/frmMensagem.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
@@ -22,6 +23,7 @@ namespace tv {
 frmEditor::frmEditor()
     : Janela(QStringLiteral("frmEditor")) {
     montaTela();
+    iniciaGuarda();
 }
 
 frmEditor::~frmEditor() = default;
@@ -32,6 +34,12 @@ QString frmEditor::descricaoDoArquivo() const {
 
 void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
                       const std::shared_ptr<const clsBoleto>& boleto, const QString& arquivo) {
+    abreCom(resultados, boleto, arquivo, [this] { carrega(); });
+}
+
+void frmEditor::abreCom(const std::shared_ptr<const Resultados>& resultados,
+                        const std::shared_ptr<const clsBoleto>& boleto, const QString& arquivo,
+                        const std::function<void()>& poeTexto) {
     const Espera espera;
     guarded("frmEditor.abrir", [&] {
         frmMensagem progresso;
@@ -51,7 +59,7 @@ void frmEditor::abrir(const std::shared_ptr<const Resultados>& resultados,
         arquivo_ = arquivo;
         resultados_ = resultados;
         txtXML_->hide();
-        carrega();
+        poeTexto();
         posiciona();
         EditorXML::quebraLinhas(*txtXML_, EditorXML::Quebra::Nenhuma);
         setGrid(resultados);
@@ -114,6 +122,7 @@ bool frmEditor::podeFechar() {
 }
 
 void frmEditor::aoDescarregar() {
+    guarda_->larga();
     boleto_.reset();
 }
 

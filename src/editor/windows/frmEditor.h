@@ -4,10 +4,13 @@
 #include "editor/ArquivoEditado.h"
 #include "editor/PilhaDesfazer.h"
 #include "editor/QuebraLinhas.h"
+#include "editor/RetratoTexto.h"
 #include "validation/clsValidador.h"
 
 #include <chrono>
+#include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -23,6 +26,7 @@ namespace tv {
 class BarraSubstituir;
 class CaixaXML;
 class Grade;
+class GuardaDaJanela;
 class PainelGrade;
 class PicLines;
 
@@ -43,6 +47,12 @@ public:
     /// leaves an empty text.
     void abrir(const std::shared_ptr<const Resultados>& resultados,
                const std::shared_ptr<const clsBoleto>& boleto, const QString& arquivo);
+    /// Shows a text that was kept unsaved, as it stood; only findings and the states before it are gone.
+    /// False after a failure, which is logged; the window closes.
+    bool retoma(const std::shared_ptr<const clsBoleto>& boleto, const QString& arquivo,
+                std::string_view conteudo);
+    /// What keeps the unsaved text.
+    GuardaDaJanela& guarda() noexcept { return *guarda_; }
     /// The findings of the last validation or those given to `abrir`, and the layout.
     const std::shared_ptr<const Resultados>& resultados() const noexcept { return resultados_; }
     const std::shared_ptr<const clsBoleto>& boleto() const noexcept { return boleto_; }
@@ -100,7 +110,14 @@ private:
     void desfaz();
     void refaz();
 
+    // The unsaved text, kept from time to time.
+    void iniciaGuarda();
+    RetratoTexto retrato() const;
+
     // The text.
+    void abreCom(const std::shared_ptr<const Resultados>& resultados,
+                 const std::shared_ptr<const clsBoleto>& boleto, const QString& arquivo,
+                 const std::function<void()>& poeTexto);
     void carrega();
     void registra(const MudancaTexto& mudanca);
     void mostraForma(std::u16string_view forma);
@@ -132,6 +149,7 @@ private:
     bool fechaDepois_ = false;  ///< Asked to close during a validation.
     ArquivoEditado disco_;
     PilhaDesfazer pilha_;
+    std::uint64_t mudancas_ = 0;     ///< Changes of the text so far.
     QuebraLinhas quebras_;           ///< Breaks of the text shown that the file does not have.
     QuebraLinhas quebrasDosAchados_; ///< Those that the findings' places do not know.
     std::chrono::steady_clock::time_point inicio_ = std::chrono::steady_clock::now();
@@ -147,6 +165,7 @@ private:
     PainelGrade* painelGrade_ = nullptr;
     QStatusBar* statusBar_ = nullptr;
     QLabel* painel_ = nullptr;
+    GuardaDaJanela* guarda_ = nullptr;
 };
 
 } // namespace tv

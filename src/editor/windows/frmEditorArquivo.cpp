@@ -1,4 +1,5 @@
 #include "common/windows/Espera.h"
+#include "common/windows/GuardaDaJanela.h"
 #include "common/windows/frmMensagem.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
@@ -137,6 +138,7 @@ void frmEditor::salva() {
     salvamentoFalhou_ = false;
     mensagem::mostra(QStringLiteral("Arquivo salvo com sucesso"), Icone::Informacao);
     salvo_ = true;
+    guarda_->larga();
 }
 
 void frmEditor::validarBoleto() {

@@ -69,6 +69,7 @@ void frmEditor::irParaLinha() {
 // --- states
 
 void frmEditor::registra(const MudancaTexto& mudanca) {
+    ++mudancas_;
     guarded("frmEditor.registra", [&] {
         if (trapUndo) {
             pilha_.registra(mudanca, std::chrono::duration_cast<PilhaDesfazer::Instante>(

@@ -31,10 +31,12 @@ public:
         EstadoDocumento estado;    ///< As it was, without a grid on top.
         std::size_t perdidas = 0;  ///< Columns with values that the layout does not have any more.
         std::string selecionado{}; ///< Key of the selected node; empty without one.
+        std::string grade{};       ///< Key of the grid that was on top, and its caption.
+        std::string caption{};
     };
     using Pecas = std::vector<std::shared_ptr<const std::string>>;
 
-    /// The document must live as long as the object.
+    /// The document must live as long as the object, and be open when it is asked for bytes.
     explicit RetratoDocumento(const Documento& documento);
     ~RetratoDocumento();
     RetratoDocumento(const RetratoDocumento&) = delete;

@@ -115,6 +115,8 @@ void escreve(ByteWriter& bytes, const Documento& documento, std::string_view lug
     bytes.value(estado.btnAdicionar);
     bytes.value(estado.btnRemover);
     bytes.text(lugar);
+    bytes.text(documento.getGrid().chave);
+    bytes.text(documento.getGrid().caption);
     escreveArvore(bytes, documento.arvore);
 }
 
@@ -139,6 +141,8 @@ RetratoDocumento::Volta le(ByteReader& bytes, Documento& documento) {
     estado.btnAdicionar = sim();
     estado.btnRemover = sim();
     volta.lugar = bytes.text();
+    volta.grade = bytes.text();
+    volta.caption = bytes.text();
     volta.selecionado = leArvore(bytes, documento);
     return volta;
 }

@@ -93,6 +93,12 @@ void frmTramador::mostraVolta(const RetratoDocumento::Volta& volta) {
     if (!volta.lugar.empty() && tem(volta.lugar)) {
         treeFundos_Click(paraQt(volta.lugar));
     }
+    if (const auto* grade = documento_.grids().find(volta.grade)) {
+        documento_.setGrid(**grade);
+        estado.chaveGrid = volta.grade;
+        (*grade)->caption = volta.caption;
+        poeNoTopo(**grade);
+    }
     if (!volta.selecionado.empty() && tem(volta.selecionado)) {
         documento_.arvore.seleciona(volta.selecionado);
     }

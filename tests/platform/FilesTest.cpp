@@ -185,6 +185,24 @@ TEST_F(Files, stamps_tell_a_change) {
     EXPECT_EQ(errorOf([&] { stamp(folder / "none"); }), errc::fileNotFound);
 }
 
+TEST_F(Files, writes_pieces_one_behind_the_other) {
+    const fs::path path = folder.file("a", "longer than what comes");
+    EXPECT_TRUE(writeThrough(path, {"one", "", " two"}, [] { return true; }));
+    EXPECT_EQ(readAll(path), "one two");
+    EXPECT_TRUE(writeThrough(path, {}, [] { return true; }));
+    EXPECT_EQ(readAll(path), "");
+}
+
+TEST_F(Files, gives_a_write_up_between_two_pieces) {
+    int asked = 0;
+    EXPECT_FALSE(writeThrough(folder / "a", {"one", "two", "three"}, [&] { return ++asked < 3; }));
+    EXPECT_EQ(readAll(folder / "a"), "onetwo");
+    asked = 0;
+    EXPECT_FALSE(writeThrough(folder / "b", {"one"}, [&] { return ++asked < 2; })) << "before the flush";
+    EXPECT_EQ(errorOf([&] { writeThrough(folder / "none" / "a", {}, [] { return true; }); }),
+              errc::pathNotFound);
+}
+
 TEST_F(Files, knows_the_folder_of_the_program) {
     EXPECT_TRUE(files::exists(executableFolder() / fs::read_symlink("/proc/self/exe").filename()));
 }

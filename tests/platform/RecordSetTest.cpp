@@ -42,6 +42,20 @@ TEST(RecordSet, refuses_a_column_twice_and_columns_behind_the_opening) {
     EXPECT_EQ(errorOf([&] { set.Append("other", ColumnType::Integer, 0); }), errc::invalidCall);
 }
 
+TEST(RecordSet, row_numbers_end_in_front_of_the_limit) {
+    RecordSet set = sectionRows();
+    EXPECT_EQ(set.rowLimit(), 0U);
+    set.AddNew();
+    set.AddNew();
+    const auto clone = set.Clone();
+    clone->MoveTo(1);
+    clone->Delete();
+    EXPECT_EQ(set.rowLimit(), 2U) << "a removed row keeps its number";
+    clone->AddNew();
+    EXPECT_EQ(set.rowLimit(), 3U);
+    EXPECT_EQ(clone->currentRow(), 2U);
+}
+
 TEST(RecordSet, starts_empty_at_both_ends) {
     RecordSet set = sectionRows();
     EXPECT_TRUE(set.EOF_());

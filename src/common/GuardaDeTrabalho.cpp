@@ -71,6 +71,9 @@ void GuardaDeTrabalho::guarda(EtiquetaDeTrabalho etiqueta, std::function<PecasDe
 void GuardaDeTrabalho::escreve(const EtiquetaDeTrabalho& etiqueta,
                                const std::function<PecasDeTrabalho()>& conteudo, const fs::path& lugar) {
     const PecasDeTrabalho pecas = conteudo();
+    if (desiste_) {
+        return;
+    }
     const arquivoDeTrabalho::Moldura moldura = arquivoDeTrabalho::moldura(etiqueta, pecas);
     std::vector<std::string_view> pedacos{moldura.inicio};
     for (const auto& peca : pecas) {

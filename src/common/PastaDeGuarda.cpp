@@ -99,7 +99,9 @@ void PastaDeGuarda::fecha() noexcept {
         trava_.reset();
     }
     std::error_code ignorada;
-    fs::remove(pasta_, ignorada);
+    if (fs::is_directory(pasta_, ignorada)) {
+        fs::remove(pasta_, ignorada);
+    }
 }
 
 fs::path PastaDeGuarda::novoLugar() {

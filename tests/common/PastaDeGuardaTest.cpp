@@ -179,6 +179,7 @@ TEST_F(PastaDeGuardaTest, AFileInTheFoldersPlaceIsTold) {
     PastaDeGuarda esta(pasta);
     EXPECT_THROW(esta.novoLugar(), Error);
     EXPECT_TRUE(esta.assume().empty());
+    EXPECT_EQ(files::readAll(pasta), "no lugar") << "it is somebody's";
 }
 
 TEST_F(PastaDeGuardaTest, TheProgramsFolderIsBelowTheApplicationFolderWithoutALog) {

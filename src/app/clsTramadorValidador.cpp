@@ -6,6 +6,8 @@
 #include "platform/XmlDocument.h"
 #include "platform/text.h"
 
+#include <future>
+
 namespace tv {
 namespace {
 
@@ -51,6 +53,12 @@ std::string textAt(const XmlNode& root, std::string_view path) {
     return nodeAt(root, path).text();
 }
 
+XmlDocument readDocument(const std::string& fullName) {
+    XmlDocument document;
+    document.load(fullName);
+    return document;
+}
+
 std::shared_ptr<clsTabela> readTable(const XmlNode& element) {
     auto tabela = std::make_shared<clsTabela>();
     tabela->key = element.getNamedItem("id");
@@ -81,18 +89,23 @@ clsTramadorValidador::~clsTramadorValidador() {
 bool clsTramadorValidador::load(const std::string& path, std::string_view filename) {
     setPath(path);
     const std::string fullName = files::toText(files::findNoCase(path, filename));
-    return loadCabecalho(fullName) && loadTabelas(fullName) && loadBoletos(fullName);
+    // Each step has a document of its own, which is read beside the step before it.
+    const auto readBeside = [&fullName] { return std::async(std::launch::async, readDocument, fullName); };
+    std::future<XmlDocument> tabelas = readBeside();
+    if (!loadCabecalho(readDocument(fullName))) {
+        return false;
+    }
+    std::future<XmlDocument> boletos = readBeside();
+    return loadTabelas(tabelas.get()) && loadBoletos(boletos.get());
 }
 
-bool clsTramadorValidador::open(XmlDocument& document, const std::string& fullName) {
-    const bool loaded = document.load(fullName);
-    reason_ = loaded ? std::string() : document.parseError();
-    return loaded;
+bool clsTramadorValidador::isRead(const XmlDocument& document) {
+    reason_ = document.empty() ? document.parseError() : std::string();
+    return !document.empty();
 }
 
-bool clsTramadorValidador::loadCabecalho(const std::string& fullName) {
-    XmlDocument document;
-    if (!open(document, fullName)) {
+bool clsTramadorValidador::loadCabecalho(const XmlDocument& document) {
+    if (!isRead(document)) {
         return false;
     }
     const XmlNode root = document.documentElement();
@@ -108,9 +121,8 @@ bool clsTramadorValidador::loadCabecalho(const std::string& fullName) {
     return true;
 }
 
-bool clsTramadorValidador::loadTabelas(const std::string& fullName) {
-    XmlDocument document;
-    if (!open(document, fullName)) {
+bool clsTramadorValidador::loadTabelas(const XmlDocument& document) {
+    if (!isRead(document)) {
         return false;
     }
     for (const XmlNode& element : document.selectNodes("//configuracao/TABELAS/TABELA")) {
@@ -120,9 +132,8 @@ bool clsTramadorValidador::loadTabelas(const std::string& fullName) {
     return true;
 }
 
-bool clsTramadorValidador::loadBoletos(const std::string& fullName) {
-    XmlDocument document;
-    if (!open(document, fullName)) {
+bool clsTramadorValidador::loadBoletos(const XmlDocument& document) {
+    if (!isRead(document)) {
         return false;
     }
     for (const XmlNode& element : document.selectNodes("//BOLETO")) {

@@ -63,10 +63,10 @@ public:
     void setVersao(std::string versao) { versao_ = std::move(versao); }
 
 private:
-    bool open(XmlDocument& document, const std::string& fullName);
-    bool loadCabecalho(const std::string& fullName);
-    bool loadTabelas(const std::string& fullName);
-    bool loadBoletos(const std::string& fullName);
+    bool isRead(const XmlDocument& document);
+    bool loadCabecalho(const XmlDocument& document);
+    bool loadTabelas(const XmlDocument& document);
+    bool loadBoletos(const XmlDocument& document);
     std::shared_ptr<clsLogger> newLogger(const std::string& folder) const;
 
     std::shared_ptr<clsLogger> logger_;

@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,11 @@ public:
     virtual const LayoutNode& GetChild(std::string_view name) const = 0;
     /// GetChild without the cost of an exception: null where GetChild throws.
     virtual const LayoutNode* findChild(std::string_view name) const noexcept = 0;
+    /// findChild for a walk in which children mostly come in the layout's order: `place`, 0 at the node's
+    /// start, keeps where the walk stands below this node.
+    virtual const LayoutNode* nextChild(std::string_view name, std::size_t& /*place*/) const noexcept {
+        return findChild(name);
+    }
 };
 
 } // namespace tv

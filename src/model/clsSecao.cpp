@@ -87,13 +87,22 @@ void clsSecao::readFields(XmlNode secao, const std::shared_ptr<const Tabelas>& t
 void clsSecao::addSecao(std::shared_ptr<const clsSecao> secao) {
     const clsSecao& added = *secao;
     secoes_.Add(std::move(secao), added.getTag());
-    childByTag_.insert_or_assign(added.getTag(), &added);
+    addChild(added, true); // a section hides a field of its name
 }
 
 void clsSecao::addCampo(std::shared_ptr<const clsCampo> campo) {
     const clsCampo& added = *campo;
     campos_.Add(std::move(campo), added.getTag());
-    childByTag_.try_emplace(added.getTag(), &added);
+    addChild(added, false);
+}
+
+void clsSecao::addChild(const LayoutNode& child, bool replaces) {
+    const auto [known, isNew] = placeOfTag_.try_emplace(child.getTag(), children_.size());
+    if (isNew) {
+        children_.emplace_back(child.getTag(), &child);
+    } else if (replaces) {
+        children_[known->second].second = &child;
+    }
 }
 
 void clsSecao::setOcorrencia(std::string_view ocorrencia) {
@@ -123,8 +132,20 @@ const LayoutNode& clsSecao::GetChild(std::string_view name) const {
 }
 
 const LayoutNode* clsSecao::findChild(std::string_view name) const noexcept {
-    if (const auto found = childByTag_.find(name); found != childByTag_.end()) {
-        return found->second;
+    std::size_t place = children_.size();
+    return nextChild(name, place);
+}
+
+const LayoutNode* clsSecao::nextChild(std::string_view name, std::size_t& place) const noexcept {
+    for (std::size_t here = place; here < children_.size() && here <= place + 1; ++here) {
+        if (children_[here].first == name) {
+            place = here;
+            return children_[here].second;
+        }
+    }
+    if (const auto found = placeOfTag_.find(name); found != placeOfTag_.end()) {
+        place = found->second;
+        return children_[place].second;
     }
     const std::shared_ptr<const clsCampo>* campo = campos_.find(name);
     return campo != nullptr ? campo->get() : nullptr;

@@ -4,10 +4,13 @@
 #include "model/clsCampo.h"
 #include "model/clsTabela.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace tv {
 
@@ -58,6 +61,8 @@ public:
     /// Runs for every element of a document: one hash lookup without a copy for names as the catalog writes
     /// them.
     const LayoutNode* findChild(std::string_view name) const noexcept override;
+    /// No hash where the child is that of the last call again, or the one behind it.
+    const LayoutNode* nextChild(std::string_view name, std::size_t& place) const noexcept override;
 
 private:
     void readSection(XmlNode secao, const std::shared_ptr<const Tabelas>& tabelas, clsSecao& pSecaoPai);
@@ -70,8 +75,11 @@ private:
     Campos campos_;
     std::shared_ptr<const clsCampo> campoChave_;
     std::shared_ptr<const Tabelas> tabelas_;
-    /// Sections and fields under their exact tags, which the nodes hold.
-    std::unordered_map<std::string_view, const LayoutNode*> childByTag_;
+    void addChild(const LayoutNode& child, bool replaces);
+
+    /// Sections and fields with their exact tags, which the nodes hold, in the catalog's order.
+    std::vector<std::pair<std::string_view, const LayoutNode*>> children_;
+    std::unordered_map<std::string_view, std::size_t> placeOfTag_; ///< Places in `children_`.
 };
 
 } // namespace tv

@@ -1,5 +1,7 @@
 #include "platform/RememberedValues.h"
 
+#include "platform/PatternCheck.h"
+
 #include <xercesc/validators/schema/SchemaElementDecl.hpp>
 #include <xercesc/validators/schema/SchemaGrammar.hpp>
 
@@ -31,7 +33,9 @@ public:
         if (fits && place == value) {
             return;
         }
-        own_.validate(content, context, manager);
+        if (!fits || !matchesPatterns(value)) {
+            own_.validate(content, context, manager);
+        }
         if (fits) {
             place = value;
         }
@@ -86,8 +90,32 @@ private:
         }
     };
 
+    /// True when the type's patterns are all that it asks for, and the text matches them. Their automaton is
+    /// worth its making only for types of many values.
+    bool matchesPatterns(const Value& value) {
+        if (unknown_ < fewValues) {
+            ++unknown_;
+            if (unknown_ < fewValues) {
+                return false;
+            }
+            patterns_ = PatternCheck::of(own_);
+        }
+        std::array<char, longest> ascii{};
+        const auto* const end = value.text.begin() + value.length;
+        const bool isAscii = std::all_of(value.text.begin(), end, [](XMLCh c) { return c < 0x80; });
+        if (!patterns_ || !isAscii) {
+            return false;
+        }
+        std::transform(value.text.begin(), end, ascii.begin(), [](XMLCh c) { return static_cast<char>(c); });
+        return patterns_->matches({ascii.data(), value.length});
+    }
+
+    static constexpr int fewValues = 64;
+
     DatatypeValidator& own_;
     std::array<Value, places> values_;
+    std::unique_ptr<PatternCheck> patterns_;
+    int unknown_ = 0; ///< Values that were not remembered, up to `fewValues`.
 };
 
 RememberedValues::RememberedValues() = default;

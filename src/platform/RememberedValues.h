@@ -12,7 +12,8 @@ namespace tv {
 ///
 /// Dates, codes, company numbers and zeros come again and again in a document, and matching a pattern costs
 /// far more than finding a value among those that passed. Only types whose judgement depends on nothing but
-/// the text take part; a value that is not remembered goes to the type's own check, faults included.
+/// the text take part; a value that is not remembered goes to the type's own check, faults included, unless
+/// the type consists of patterns that it matches (`PatternCheck`).
 class RememberedValues {
 public:
     RememberedValues();

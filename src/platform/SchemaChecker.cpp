@@ -17,11 +17,6 @@ std::string quotedList(const ContentModel& model, const std::vector<ChildName>& 
     return list;
 }
 
-const ContentModel& emptyModel() {
-    static const ContentModel model({}, ContentExpression{});
-    return model;
-}
-
 } // namespace
 
 SchemaChecker::SchemaChecker(const Schema::Impl& schema, SchemaFaults& faults)
@@ -56,7 +51,7 @@ void SchemaChecker::checkChild(const XMLElementDecl& element) {
     case TypeModel::Kind::Children: {
         const TypeModel::ChildNumbers& numbers = parent.model->numbersOf(element);
         // What a strict wildcard takes must be declared.
-        isAllowed = parent.walk.child(numbers.own, numbers.wildcards) && !isUndeclared_;
+        isAllowed = parent.walk->child(numbers.own, numbers.wildcards) && !isUndeclared_;
         break;
     }
     case TypeModel::Kind::NoChildren:
@@ -109,21 +104,23 @@ void SchemaChecker::validateElement(const XMLElementDecl* element) {
     isUndeclared_ = false;
     if (element->getObjectType() != XMLElementDecl::Schema) {
         static const TypeModel anything = TypeModel::unchecked();
-        open_.push_back({&anything, ContentWalk(emptyModel()), false, false});
+        open_.push_back({&anything, std::nullopt, false, false});
         return;
     }
     SchemaValidator::validateElement(element);
     const auto& declared = static_cast<const SchemaElementDecl&>(*element);
     const TypeModel& model = schema_.modelOf(getCurrentTypeInfo(), declared);
-    const bool hasWalk = model.kind() == TypeModel::Kind::Children;
-    open_.push_back({&model, ContentWalk(hasWalk ? model.children() : emptyModel()), element->isDeclared(),
+    open_.push_back({&model, std::nullopt, element->isDeclared(),
                      (declared.getMiscFlags() & SchemaSymbols::XSD_NILLABLE) != 0});
+    if (model.kind() == TypeModel::Kind::Children) {
+        open_.back().walk.emplace(model.children());
+    }
 }
 
 // True when something was told.
 bool SchemaChecker::tellMissing(const Frame& frame) {
     const ContentModel& model = frame.model->children();
-    const std::vector<ChildName> missing = frame.walk.missing();
+    const std::vector<ChildName> missing = frame.walk->missing();
     if (!missing.empty()) {
         const bool one = missing.size() == 1;
         faults_.missingChildren(
@@ -131,7 +128,7 @@ bool SchemaChecker::tellMissing(const Frame& frame) {
             quotedList(model, missing) + ".");
         return true;
     }
-    const std::vector<ChildName> expected = frame.walk.expectedNow();
+    const std::vector<ChildName> expected = frame.walk->expectedNow();
     if (!expected.empty()) {
         faults_.missingChildren("Falta um destes elementos: " + quotedList(model, expected) + ".");
     }
@@ -141,7 +138,7 @@ bool SchemaChecker::tellMissing(const Frame& frame) {
 bool SchemaChecker::checkEnd(const Frame& frame, XMLElementDecl* element, QName** children,
                              XMLSize_t childCount, XMLSize_t* indexFailingChild) {
     if (frame.model->kind() == TypeModel::Kind::Children) {
-        const bool wasTold = tellMissing(frame) || frame.walk.hasFault();
+        const bool wasTold = tellMissing(frame) || frame.walk->hasFault();
         if (!frame.model->isExact() && !wasTold) {
             return SchemaValidator::checkContent(element, children, childCount, indexFailingChild);
         }

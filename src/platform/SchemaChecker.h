@@ -4,6 +4,7 @@
 
 #include <xercesc/validators/schema/SchemaValidator.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,9 +58,9 @@ private:
     /// An open element.
     struct Frame {
         const TypeModel* model;
-        ContentWalk walk;
-        bool isKnown;    ///< Declared in the schema.
-        bool isNillable; ///< May bear xsi:nil.
+        std::optional<ContentWalk> walk; ///< Of types with children.
+        bool isKnown;                    ///< Declared in the schema.
+        bool isNillable;                 ///< May bear xsi:nil.
         bool isNil = false;
         bool heldChild = false; ///< A simple value that a child has stood in: no more a value to be judged.
     };

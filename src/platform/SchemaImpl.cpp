@@ -322,11 +322,8 @@ const TypeModel::ChildNumbers& TypeModel::numbersOf(const XMLElementDecl& child)
         undeclared_ = findNumbers(child);
         return undeclared_;
     }
-    const auto known = numbers_.find(&child);
-    if (known != numbers_.end()) {
-        return known->second;
-    }
-    return numbers_.emplace(&child, findNumbers(child)).first->second;
+    const ChildNumbers* known = numbers_.find(child);
+    return known != nullptr ? *known : numbers_.add(child, findNumbers(child));
 }
 
 const TypeModel& Schema::Impl::modelOf(ComplexTypeInfo* type, const SchemaElementDecl& element) const {
@@ -344,11 +341,8 @@ const TypeModel& Schema::Impl::modelOf(ComplexTypeInfo* type, const SchemaElemen
 }
 
 const std::string& Schema::Impl::nameOf(const XMLElementDecl& element) const {
-    const auto known = names.find(&element);
-    if (known != names.end()) {
-        return known->second;
-    }
-    return names.emplace(&element, xerces::toUtf8(element.getBaseName())).first->second;
+    const std::string* known = names.find(element);
+    return known != nullptr ? *known : names.add(element, xerces::toUtf8(element.getBaseName()));
 }
 
 } // namespace tv

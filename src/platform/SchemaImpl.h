@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ContentModel.h"
+#include "platform/ElementTable.h"
 #include "platform/Files.h"
 #include "platform/RememberedValues.h"
 #include "platform/SchemaCache.h"
@@ -69,7 +70,7 @@ private:
     std::unique_ptr<ContentModel> children_;
     std::vector<Name> names_; // by number; a wildcard's has an empty local part
     std::vector<Wildcard> wildcards_;
-    mutable std::unordered_map<const xercesc::XMLElementDecl*, ChildNumbers> numbers_;
+    mutable ElementTable<ChildNumbers> numbers_;
     mutable ChildNumbers undeclared_;
 };
 
@@ -80,7 +81,7 @@ struct Schema::Impl {
     std::unique_ptr<xercesc::XMLGrammarPoolImpl> pool;
     std::vector<std::pair<std::filesystem::path, files::Stamp>> files;
     mutable std::unordered_map<const xercesc::ComplexTypeInfo*, TypeModel> models;
-    mutable std::unordered_map<const xercesc::XMLElementDecl*, std::string> names;
+    mutable ElementTable<std::string> names;
 
     const TypeModel& modelOf(xercesc::ComplexTypeInfo* type, const xercesc::SchemaElementDecl& element) const;
     /// Local name of a declared element in UTF-8.

@@ -9,6 +9,8 @@
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <system_error>
 #include <unordered_map>
@@ -30,16 +32,19 @@ void start() {
 }
 
 void appendUtf8(std::string& out, const XMLCh* text, XMLSize_t length) {
-    const std::size_t before = out.size();
-    out.resize(before + length);
-    char* to = out.data() + before;
-    XMLSize_t i = 0;
-    for (; i < length && text[i] < 0x80; ++i) {
-        to[i] = static_cast<char>(text[i]);
-    }
-    if (i < length) {
-        out.resize(before + i);
-        tv::text::appendUtf8(out, text + i, length - i);
+    std::array<char, 64> ascii{};
+    while (length > 0) {
+        std::size_t taken = 0;
+        for (; taken < std::min(ascii.size(), length) && text[taken] < 0x80; ++taken) {
+            ascii[taken] = static_cast<char>(text[taken]);
+        }
+        out.append(ascii.data(), taken);
+        text += taken;
+        length -= taken;
+        if (length > 0 && *text >= 0x80) {
+            tv::text::appendUtf8(out, text, length);
+            return;
+        }
     }
 }
 

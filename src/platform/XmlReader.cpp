@@ -18,6 +18,7 @@
 #include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -100,8 +101,14 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
     // --- places
 
     XmlPosition here() const {
+        const ReaderMgr& readers = *scanner->getReaderMgr();
+        const XMLReader* reader = readers.getCurrentReader();
+        if (reader != nullptr && readers.getCurrentEntity() == nullptr) { // the file itself, as nearly always
+            return {static_cast<std::int32_t>(reader->getLineNumber()),
+                    static_cast<std::int32_t>(reader->getColumnNumber())};
+        }
         ReaderMgr::LastExtEntityInfo info;
-        scanner->getReaderMgr()->getLastExtEntityInfo(info);
+        readers.getLastExtEntityInfo(info);
         return {static_cast<std::int32_t>(info.lineNumber), static_cast<std::int32_t>(info.colNumber)};
     }
     static bool same(const XmlPosition& a, const XmlPosition& b) {
@@ -122,7 +129,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
     // --- content
 
     void flushText() {
-        if (!pending.empty()) {
+        if (!pending->empty()) {
             tellText();
         }
         if (!textFaults.empty()) {
@@ -132,8 +139,9 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
 
     void tellText() {
         // The two buffers take turns, so that the handler may raise faults while it reads its text.
-        told.swap(pending);
-        pending.clear();
+        const std::string& told = *pending;
+        pending = pending == &texts.front() ? &texts.back() : &texts.front();
+        pending->clear();
         if (!isStrayText) {
             handler->characters(told);
         } else if (!isBlankText) {
@@ -150,11 +158,11 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
     }
 
     void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool /*cdata*/) override {
-        if (pending.empty()) {
+        if (pending->empty()) {
             isStrayText = checker->refusesText(openElements);
             isBlankText = true;
         }
-        xerces::appendUtf8(pending, chars, length);
+        xerces::appendUtf8(*pending, chars, length);
         eventEnd = here();
         if (isStrayText) {
             isBlankText = isBlankText && std::all_of(chars, chars + length, isWhiteSpace);
@@ -283,7 +291,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         eventEnd = here();
     }
     void resetDocument() override {
-        pending.clear();
+        pending->clear();
         textFaults.clear();
         tagFaults.clear();
         isInStartTag = false;
@@ -380,8 +388,8 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
 
     std::vector<XmlFault> textFaults; // told behind the text that is being read
     std::vector<XmlFault> tagFaults;  // told behind the start tag that is being read
-    std::string pending;              // text of the run that has not been told yet
-    std::string told;                 // the run that is being told
+    std::array<std::string, 2> texts; // the run that has not been told yet, and the one that is being told
+    std::string* pending = &texts.front();
     std::string undeclaredName;
     std::vector<std::string_view> openNames; ///< Of the open elements; an undeclared one's is empty.
     XmlPosition eventEnd{1, 1};              // where the last event ended

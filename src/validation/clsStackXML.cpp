@@ -7,7 +7,7 @@
 namespace tv {
 
 bool clsStackXML::push(const LayoutNode*& node) {
-    itens_.push_back(std::exchange(node, nullptr));
+    itens_.push_back({std::exchange(node, nullptr)});
     return true;
 }
 
@@ -28,23 +28,23 @@ const LayoutNode& clsStackXML::getElement(std::int32_t i) const {
     if (i < 1 || i > lenght()) {
         throw Error(-1, "clsStackXML", "Array out of Bounds");
     }
-    return *itens_[static_cast<std::size_t>(i) - 1];
+    return *itens_[static_cast<std::size_t>(i) - 1].node;
 }
 
 const LayoutNode& clsStackXML::getLastElement() const {
     if (itens_.empty()) {
         throw Error(-1, "clsStackXML", "Array is Empty");
     }
-    return *itens_.back();
+    return *itens_.back().node;
 }
 
 std::string clsStackXML::getPath() const {
     std::string path;
-    for (const LayoutNode* node : itens_) {
+    for (const Item& item : itens_) {
         if (!path.empty()) {
             path += '.';
         }
-        path += node->getTag();
+        path += item.node->getTag();
     }
     return path;
 }

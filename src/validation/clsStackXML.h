@@ -2,8 +2,10 @@
 
 #include "model/LayoutNode.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tv {
@@ -25,7 +27,12 @@ public:
     const LayoutNode& getLastElement() const;
     const LayoutNode& peek() const { return getLastElement(); }
     /// The top, or null.
-    const LayoutNode* top() const noexcept { return itens_.empty() ? nullptr : itens_.back(); }
+    const LayoutNode* top() const noexcept { return itens_.empty() ? nullptr : itens_.back().node; }
+    /// The node that the next element of the document stands for below the top; null where the layout knows
+    /// none, and on an empty stack.
+    const LayoutNode* nextChild(std::string_view name) noexcept {
+        return itens_.empty() ? nullptr : itens_.back().node->nextChild(name, itens_.back().place);
+    }
 
     /// Tags from the root to the top, joined by "."; empty on an empty stack.
     std::string getPath() const;
@@ -33,7 +40,11 @@ public:
     std::int32_t lenght() const noexcept { return static_cast<std::int32_t>(itens_.size()); }
 
 private:
-    std::vector<const LayoutNode*> itens_;
+    struct Item {
+        const LayoutNode* node;
+        std::size_t place = 0; ///< Where the walk stands below the node (LayoutNode::nextChild).
+    };
+    std::vector<Item> itens_;
 };
 
 } // namespace tv

@@ -10,11 +10,15 @@
 #include "validation/RegrasEntreCampos.h"
 
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace tv {
 
 namespace {
+
+/// From this size on, in bytes, a thread of its own for the second stage gains more than it costs.
+constexpr std::uintmax_t tamanhoParaDoisFios = 100'000;
 
 constexpr std::string_view fimDaRaiz = "</TORVA>";
 
@@ -40,14 +44,12 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
     try {
         pilha_.destroy();
         boleto_ = boleto;
-        std::shared_ptr<const Schema> schema = SchemaCache::get(files::fromPortable(boleto->getValidador()));
-        resultados_ = std::make_shared<Resultados>();
-        std::optional<FormulaAoLado> formula;
+        std::optional<FormulaAoLado> formula; // begins beside the schema's load already
         if (boleto->hasFormula()) {
-            formula.emplace(arquivo, files::fromPortable(boleto->getFormula()),
-                            estagios_ == Estagios::AoMesmoTempo ? std::launch::async : std::launch::deferred);
+            formula.emplace(arquivo, files::fromPortable(boleto->getFormula()), modoDaFormula(arquivo));
         }
-        XmlReader leitor(std::move(schema));
+        XmlReader leitor(SchemaCache::get(files::fromPortable(boleto->getValidador())));
+        resultados_ = std::make_shared<Resultados>();
         fimDocumento_ = false;
         proceed([&] { leitor.parse(arquivo, *this); });
         if (!fimDocumento_) {
@@ -64,6 +66,13 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
     locator_ = nullptr;
     pilha_.destroy();
     return resultados_->empty();
+}
+
+std::launch clsValidador::modoDaFormula(const std::filesystem::path& arquivo) const {
+    std::error_code semTamanho;
+    const std::uintmax_t tamanho = std::filesystem::file_size(arquivo, semTamanho);
+    const bool vale = !semTamanho && tamanho >= tamanhoParaDoisFios;
+    return vale && estagios_ == Estagios::AoMesmoTempo ? std::launch::async : std::launch::deferred;
 }
 
 void clsValidador::junta(const clsValidador& outro) {
@@ -85,7 +94,7 @@ void clsValidador::startDocument() {
 }
 
 void clsValidador::startElement(std::string_view localName) {
-    const LayoutNode* filho = pilha_.isEmpty() ? boleto_.get() : pilha_.top()->findChild(localName);
+    const LayoutNode* filho = pilha_.isEmpty() ? boleto_.get() : pilha_.nextChild(localName);
     if (filho != nullptr) {
         pilha_.push(filho);
         valorAcumulado_.clear();

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -31,8 +32,8 @@ using Resultados = std::vector<clsResultado>;
 /// in it.
 class clsValidador final : private XmlHandler {
 public:
-    /// How the second stage is prepared: beside the first one, or behind it in the same thread, where all
-    /// cores have files of their own to check.
+    /// How the second stage is prepared: beside the first one (of files that are large enough for it), or
+    /// behind it in the same thread, where all cores have files of their own to check.
     enum class Estagios { AoMesmoTempo, UmAposOutro };
 
     explicit clsValidador(Estagios estagios = Estagios::AoMesmoTempo)
@@ -70,6 +71,7 @@ private:
     void fatalError(const XmlFault& fault) override;
     void ignorableWarning(const XmlFault& fault) override;
 
+    std::launch modoDaFormula(const std::filesystem::path& arquivo) const;
     void segundoEstagio(FormulaAoLado& formula);
     void leResultadoFormula(std::string xml, const XmlDocument& documento);
     void registraItem(const XmlNode& item);

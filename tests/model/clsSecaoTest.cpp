@@ -176,6 +176,17 @@ TEST_F(ChildTest, SectionHidesAFieldOfItsTag) {
     EXPECT_EQ(secao->findChild("TITULO"), secao->getCampos().Item("titulo").get());
 }
 
+TEST_F(ChildTest, AWalkFindsTheSameFromEveryPlace) {
+    for (std::size_t start = 0; start < 6; ++start) {
+        for (const char* name : {"Valor", "VALOR", "titulo", "TITULO", "Acoes", "acoes", "ausente"}) {
+            std::size_t place = start;
+            EXPECT_EQ(secao->nextChild(name, place), secao->findChild(name)) << name << " from " << start;
+            EXPECT_EQ(secao->nextChild(name, place), secao->findChild(name))
+                << name << " again from " << place;
+        }
+    }
+}
+
 TEST_F(ChildTest, UnknownNameRaisesError5) {
     try {
         secao->GetChild("ausente");

@@ -3,9 +3,11 @@
 
 #include "platform/Error.h"
 #include "platform/Files.h"
-#include "platform/Memory.h"
 
 #include <CLI/CLI.hpp>
+#ifdef TV_MIMALLOC
+#include <mimalloc.h>
+#endif
 
 #include <algorithm>
 #include <csignal>
@@ -251,7 +253,9 @@ int executa(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    tv::memory::shareHeap();
+#ifdef TV_MIMALLOC
+    mi_option_set(mi_option_decommit_delay, 0); // what the catalog's documents took goes back before the run
+#endif
     // A reader that goes away is a failure to write, not the end of the program without a word.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     try {

@@ -10,9 +10,16 @@ namespace tv {
 
 void EntityGuard::entityDecl(const xercesc::DTDEntityDecl& entity, bool /*isParameterEntity*/,
                              bool /*isIgnored*/) {
+    countDeclaration();
     declared_ += entity.getValueLen();
     if (declared_ > maxDeclared) {
-        throw TooLarge{};
+        throw TooLarge{"As entidades declaradas no arquivo são grandes demais."};
+    }
+}
+
+void EntityGuard::countDeclaration() {
+    if (++declarations_ > maxDeclarations) {
+        throw TooLarge{"O arquivo declara coisas demais em DOCTYPE."};
     }
 }
 

@@ -158,7 +158,7 @@ const std::unordered_map<unsigned int, std::string_view>& validityMessages() {
     return messages;
 }
 
-// The same for the other faults of a document that do not end the parse.
+// The same for the other faults of a document.
 const std::unordered_map<unsigned int, std::string_view>& documentMessages() {
     static const std::unordered_map<unsigned int, std::string_view> messages{
         {XMLErrs::NotationAlreadyExists, "A notação '{0}' foi declarada mais de uma vez."},
@@ -168,6 +168,9 @@ const std::unordered_map<unsigned int, std::string_view>& documentMessages() {
          "A codificação '{0}' declarada no arquivo não é a que ele usa; a declaração foi ignorada."},
         {XMLErrs::UndeclaredElemInAttList,
          "O elemento '{0}' tem atributos declarados, mas não foi declarado."},
+        {XMLErrs::EntityExpansionLimitExceeded,
+         "O arquivo usa entidades vezes demais; o limite é de {0} usos."},
+        {XMLErrs::RecursiveEntity, "Uma entidade do arquivo contém a si mesma."},
     };
     return messages;
 }

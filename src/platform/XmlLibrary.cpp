@@ -16,6 +16,8 @@ namespace {
 constexpr std::size_t maxAdded = 10'000'000;
 /// Attributes of one element; the library compares each with every other.
 constexpr int maxAttributes = 1000;
+/// Declarations of a DOCTYPE; the library's cost grows with their square.
+constexpr int maxDeclarations = 1000;
 
 // The library's only way to hand over messages; a variadic function is what it asks for.
 void ignoreMessage(void* /*data*/, const char* /*format*/, ...) {} // NOLINT(cert-dcl50-cpp)
@@ -24,6 +26,7 @@ void ignoreMessage(void* /*data*/, const char* /*format*/, ...) {} // NOLINT(cer
 struct Watch {
     bool hasEntities = false; ///< The internal subset declares entities.
     bool stopAtEntities = true;
+    int declarations = 0;
     std::size_t attributeBytes = 0;
     std::size_t maxAttributeBytes = 0;
     std::string reason; ///< Of the first fault.
@@ -56,6 +59,15 @@ void onFault(void* data, const xmlError* fault) {
     }
 }
 
+/// False, and the end of the parse, at the declaration that is one too many.
+bool mayDeclare(void* data) {
+    const bool may = ++watchOf(data).declarations <= maxDeclarations;
+    if (!may) {
+        refuse(data, "O documento declara coisas demais em DOCTYPE.");
+    }
+    return may;
+}
+
 /// General entities that hold text alone are taken; those that lie elsewhere, and parameter entities, stay
 /// unknown.
 void onEntity(void* data, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId,
@@ -64,12 +76,40 @@ void onEntity(void* data, const xmlChar* name, int type, const xmlChar* publicId
     watch.hasEntities = true;
     if (watch.stopAtEntities) {
         xmlStopParser(parserOf(data));
-    } else if (type == XML_INTERNAL_GENERAL_ENTITY) {
+    } else if (mayDeclare(data) && type == XML_INTERNAL_GENERAL_ENTITY) {
         if (text::contains(view(content), "<")) {
             refuse(data, "Uma entidade do documento contém marcação.");
         } else {
             xmlSAX2EntityDecl(data, name, type, publicId, systemId, content);
         }
+    }
+}
+
+void onElementDeclaration(void* data, const xmlChar* name, int type, xmlElementContent* content) {
+    if (mayDeclare(data)) {
+        xmlSAX2ElementDecl(data, name, type, content);
+    }
+}
+
+void onAttributeDeclaration(void* data, const xmlChar* element, const xmlChar* name, int type, int kind,
+                            const xmlChar* defaultValue, xmlEnumeration* values) {
+    if (mayDeclare(data)) {
+        xmlSAX2AttributeDecl(data, element, name, type, kind, defaultValue, values);
+    } else {
+        xmlFreeEnumeration(values);
+    }
+}
+
+void onNotation(void* data, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId) {
+    if (mayDeclare(data)) {
+        xmlSAX2NotationDecl(data, name, publicId, systemId);
+    }
+}
+
+void onUnparsedEntity(void* data, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId,
+                      const xmlChar* notation) {
+    if (mayDeclare(data)) {
+        xmlSAX2UnparsedEntityDecl(data, name, publicId, systemId, notation);
     }
 }
 
@@ -150,6 +190,10 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Pur
     parser->_private = &watch;
     parser->sax->serror = [](void* data, xmlErrorPtr fault) { onFault(data, fault); };
     parser->sax->entityDecl = onEntity;
+    parser->sax->elementDecl = onElementDeclaration;
+    parser->sax->attributeDecl = onAttributeDeclaration;
+    parser->sax->notationDecl = onNotation;
+    parser->sax->unparsedEntityDecl = onUnparsedEntity;
     parser->sax->startElementNs = onStartElement;
     const int options = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_COMPACT | XML_PARSE_NOWARNING |
                         (huge ? XML_PARSE_HUGE : 0) | (encoding != nullptr ? XML_PARSE_IGNORE_ENC : 0) |
@@ -239,12 +283,6 @@ Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose
         reason = watch.reason.empty() ? "O documento está vazio ou incompleto." : watch.reason;
     }
     return doc;
-}
-
-std::string faultText(const xmlError& fault) {
-    std::string message(view(bytes(fault.message)));
-    message.erase(message.find_last_not_of("\r\n ") + 1);
-    return fault.line > 0 ? "Linha " + std::to_string(fault.line) + ": " + message : message;
 }
 
 DocumentData& dataOf(xmlDoc* doc) {

@@ -37,7 +37,8 @@ enum class Purpose { Document, Stylesheet, AsWritten };
 Doc parse(std::string_view bytes, const char* encoding, const char* url, Purpose purpose,
           std::string& reason);
 
-/// The Portuguese sentence for a fault of the library: its line and the library's own text.
+/// The Portuguese sentence for a fault of the library with its line; where there is none, the library's own
+/// text.
 std::string faultText(const xmlError& fault);
 
 struct FreeCompiled {

@@ -89,8 +89,8 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         }
         try {
             scanner->scanDocument(source);
-        } catch (const EntityGuard::TooLarge&) {
-            tellFatal("As entidades declaradas no arquivo são grandes demais.", eventEnd);
+        } catch (const EntityGuard::TooLarge& doctype) {
+            tellFatal(doctype.why, eventEnd);
         } catch (const TooDeep&) {
             tellFatal("Os elementos do arquivo têm níveis demais.", tagStart);
         } catch (const XMLException& failure) {
@@ -356,7 +356,7 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         const XmlPosition scanned{static_cast<std::int32_t>(line), static_cast<std::int32_t>(column)};
         if (type == ErrType_Fatal) {
             const bool ofBytes = XMLString::equals(domain, XMLUni::fgExceptDomain);
-            tellFatal(xerces::toUtf8(text), ofBytes ? badByte(scanned) : scanned);
+            tellFatal(xerces::faultMessage(number, domain, text), ofBytes ? badByte(scanned) : scanned);
             return;
         }
         const bool ofSchema = !XMLString::equals(domain, XMLUni::fgXMLErrDomain);

@@ -168,6 +168,30 @@ TEST_F(Hostile, ChainsThatGoInACircleAreRefused) {
         with32(with32(bytes, 44, 120), 68, 0)); // more tables than the header names, at a wrong place
 }
 
+TEST_F(Hostile, FoldersAndSmallSectorsThatGoInACircleAreRefused) {
+    const std::string bytes = good(2000);
+    const std::size_t root = 512 * (std::size_t{bytes::get32(bytes, 48)} + 1);
+    const std::size_t stream = root + 128;
+    std::string renamed = bytes;
+    renamed[stream] = 'X'; // so that the whole folder is looked through
+    expectRefused(renamed, "");
+    expectRefused(with32(renamed, stream + 68, 1), "");        // the one to the left is itself
+    expectRefused(with32(renamed, stream + 72, 0), "");        // the one to the right is the folder
+    expectRefused(with32(renamed, stream + 76, 1), "");        // it holds itself
+    expectRefused(with32(renamed, root + 76, 0x00FFFFFF), ""); // what the folder holds is not there
+    expectRefused(with32(bytes, root + 76, 0), "");            // the folder holds itself
+
+    // The stream made short lies in small sectors, whose table is a sector of data here.
+    const std::string small = with32(with32(bytes, stream + 120, 1000), stream + 116, 1);
+    for (const std::size_t table : {0U, 3U, 0x00FFFFFFU}) {
+        std::string circle = with32(with32(small, 60, table), 64, 1);
+        for (std::size_t i = 0; table < 10 && i < 128; ++i) {
+            circle.replace(512 * (table + 1) + 4 * i, 4, number32(1));
+        }
+        expectRefused(circle, "");
+    }
+}
+
 TEST_F(Hostile, RecordsThatLieAreRefused) {
     const std::string a = label(0, 0, "a");
     expectRefused(test::fileOf({}, a + cell(0x00FD, 1, 0, number32(0))));            // no such string

@@ -188,7 +188,8 @@ bool MessageScope::triedToReachOut() const noexcept {
     return state_->triedToReachOut;
 }
 
-TransformGuard::TransformGuard(xsltTransformContext& context, const MessageScope& messages)
+TransformGuard::TransformGuard(xsltTransformContext& context, const MessageScope& messages,
+                               std::chrono::milliseconds limit)
     : context_(context)
     , made_(std::make_unique<Made>(context))
     , preferences_(xsltNewSecurityPrefs()) {
@@ -207,16 +208,18 @@ TransformGuard::TransformGuard(xsltTransformContext& context, const MessageScope
     context.debugStatus = XSLT_DEBUG_RUN;
     made = made_.get();
     watchNodes(onNode, onNodeFreed);
+    deadline_ = std::make_unique<Deadline>(context, limit);
 }
 
 TransformGuard::~TransformGuard() {
+    deadline_.reset();
     watchNodes(nullptr, nullptr);
     made = nullptr;
     context_.debugStatus = XSLT_DEBUG_NONE;
 }
 
 bool TransformGuard::exceeded() const noexcept {
-    return made_->exceeded || context_.opCount >= context_.opLimit;
+    return made_->exceeded || deadline_->passed() || context_.opCount >= context_.opLimit;
 }
 
 } // namespace tv::xml

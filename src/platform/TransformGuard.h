@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Deadline.h"
 #include "platform/XmlLibrary.h"
 
 #include <libxslt/security.h>
@@ -49,7 +50,9 @@ private:
 /// much.
 class TransformGuard {
 public:
-    TransformGuard(xsltTransformContext& context, const MessageScope& messages);
+    /// `limit` is the processor time that the transform may take.
+    TransformGuard(xsltTransformContext& context, const MessageScope& messages,
+                   std::chrono::milliseconds limit);
     ~TransformGuard();
     TransformGuard(const TransformGuard&) = delete;
     TransformGuard& operator=(const TransformGuard&) = delete;
@@ -66,6 +69,7 @@ private:
     xsltTransformContext& context_;
     std::unique_ptr<Made> made_;
     std::unique_ptr<xsltSecurityPrefs, FreePreferences> preferences_;
+    std::unique_ptr<Deadline> deadline_;
 };
 
 } // namespace tv::xml

@@ -169,7 +169,7 @@ void XmlTransform::clearStore() {
     store().clear();
 }
 
-std::string XmlTransform::apply(const XmlDocument& document) const {
+std::string XmlTransform::apply(const XmlDocument& document, std::chrono::milliseconds limit) const {
     if (document.empty()) {
         fail("o documento está vazio.");
     }
@@ -182,7 +182,7 @@ std::string XmlTransform::apply(const XmlDocument& document) const {
     const Tree copy(stylesheet->stripSpaces != nullptr ? xmlCopyDoc(source, 1) : nullptr);
     xmlDoc* input = copy ? copy.get() : source;
     const Transform context(xsltNewTransformContext(stylesheet, input));
-    const xml::TransformGuard guard(*context, messages);
+    const xml::TransformGuard guard(*context, messages, limit);
     const Tree result(xsltApplyStylesheetUser(stylesheet, input, nullptr, nullptr, nullptr, context.get()));
     if (guard.exceeded()) {
         fail("a folha de estilo foi além dos limites de tamanho ou de tempo.");

@@ -67,7 +67,8 @@
 				<xsl:with-param name="texto">A data da posição deve ser a mesma em todos os cabeçalhos do arquivo</xsl:with-param>
 			</xsl:call-template>
 		</xsl:if>
-		<xsl:if test="count(.. | key('bloco', $chave)[1]) = 2">
+		<!-- O bloco anterior vem antes da busca, que copia todos os iguais. -->
+		<xsl:if test="../preceding-sibling::fundo[1]/header/cnpj = $chave or count(.. | key('bloco', $chave)[1]) = 2">
 			<xsl:call-template name="achado">
 				<xsl:with-param name="chave" select="$chave"/>
 				<xsl:with-param name="campo" select="'cnpj'"/>

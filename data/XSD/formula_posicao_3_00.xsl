@@ -52,7 +52,8 @@
 			<xsl:with-param name="chave" select="$chave"/>
 			<xsl:with-param name="soma" select="$soma"/>
 		</xsl:apply-templates>
-		<xsl:if test="count(. | key('bloco', concat(name(), ' ', $chave))[1]) = 2">
+		<!-- O bloco anterior vem antes da busca, que copia todos os iguais. -->
+		<xsl:if test="(name(preceding-sibling::*[1]) = name() and string(preceding-sibling::*[1]/header/*[1]) = $chave) or count(. | key('bloco', concat(name(), ' ', $chave))[1]) = 2">
 			<xsl:for-each select="header">
 				<xsl:call-template name="achado">
 					<xsl:with-param name="chave" select="$chave"/>

@@ -47,7 +47,8 @@
 				</xsl:call-template>
 			</xsl:if>
 		</xsl:for-each>
-		<xsl:if test="count(. | key('bloco', concat(name(), ' ', $chave))[1]) = 2">
+		<!-- O bloco anterior vem antes da busca, que copia todos os iguais. -->
+		<xsl:if test="(name(preceding-sibling::*[1]) = name() and string(preceding-sibling::*[1]/header/*[1]) = $chave) or count(. | key('bloco', concat(name(), ' ', $chave))[1]) = 2">
 			<xsl:for-each select="header">
 				<xsl:call-template name="achado">
 					<xsl:with-param name="chave" select="$chave"/>

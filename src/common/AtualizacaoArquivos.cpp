@@ -36,9 +36,11 @@ fs::path em(const fs::path& pasta, std::string_view nome) {
     return pasta / files::fromPortable(nome).relative_path();
 }
 
+/// A name with a "\\" in it would lead elsewhere as a recorded name, so it is none.
 bool ehEsquema(const fs::path& arquivo) {
-    const std::string extensao = text::upper(divide(files::toText(arquivo.filename())).extensao);
-    return extensao == "XSL" || extensao == "XSD";
+    const std::string nome = files::toText(arquivo.filename());
+    const std::string extensao = text::upper(divide(nome).extensao);
+    return (extensao == "XSL" || extensao == "XSD") && !text::contains(nome, "\\");
 }
 
 /// By name as people read it, capitals beside small letters, so that every file system gives one order.

@@ -7,6 +7,7 @@
 #include "platform/format.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tv::nomeDoArquivo {
@@ -50,6 +51,14 @@ std::string primeiroNome(const clsBoleto& layout, const RecordSet& linhas) {
     return nome + "_" + hoje() + "_";
 }
 
+/// The name without what would make a path of it: values of a document go into names.
+std::string semPasta(std::string nome) {
+    std::replace_if(
+        nome.begin(), nome.end(),
+        [](char c) { return c == '/' || c == '\\' || (static_cast<unsigned char>(c) < 0x20); }, '_');
+    return nome;
+}
+
 } // namespace
 
 std::string proposta(const Documento& documento) {
@@ -63,7 +72,7 @@ std::string proposta(const Documento& documento) {
     const clsBoleto& layout = documento.layout();
     const std::string nome = propoeNomeArquivo(contagem.a > 0 ? a.get() : b.get(), primeiroNome(layout, *a),
                                                layout.getVersao(), tipo);
-    return text::trim(nome).empty() ? documento.estado.arquivo : nome;
+    return text::trim(nome).empty() ? documento.estado.arquivo : semPasta(nome);
 }
 
 std::string propoeNomeArquivo(RecordSet* linhas, const std::string& nome, std::string_view versao,

@@ -1,6 +1,7 @@
 #include "model/clsBoleto.h"
 
 #include "model/clsSecao.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/XmlDocument.h"
 #include "platform/text.h"
@@ -8,10 +9,21 @@
 namespace tv {
 namespace {
 
-/// Full path of a file of the folder XSD, or the empty text for a blank name.
+/// True for a name that leads up and out of a folder which it is put behind.
+bool leadsOut(std::string_view name) {
+    const std::filesystem::path way = files::fromPortable(name).relative_path().lexically_normal();
+    return way.begin() != way.end() && *way.begin() == "..";
+}
+
+/// Full path of a file of the folder XSD, or the empty text for a blank name. Throws Error 75 for a name that
+/// leads out of the folder.
 std::string schemaFile(const std::string& path, const std::string& name) {
     if (text::trim(name).empty()) {
         return {};
+    }
+    if (leadsOut(text::trim(name))) {
+        throw Error(errc::pathError, "clsBoleto.setEstrutura",
+                    "O arquivo '" + name + "' está fora da pasta XSD");
     }
     const std::string below = "\\XSD\\" + name;
     return files::toText(files::findNoCase(path, text::trim(below)));

@@ -94,6 +94,19 @@ TEST_F(Update, LeavesAllOtherFilesAlone) {
                                          {"xsd", ""}}));
 }
 
+TEST_F(Update, LeavesNamesThatWouldLeadElsewhereAlone) {
+    pastas.instalado("fora.xsl", "da aplicação");
+    pastas.instalado("XSD/a.xsd", "velho");
+    for (const char* nome : {"..\\fora.xsl", "\\fora.xsl", "..\\..\\fora.xsl", "XSD\\a.xsd"}) {
+        pastas.novo(nome, "mau");
+    }
+    AtualizacaoArquivos atualizacao(pastas.aplicacao());
+    atualizacao.instala(pastas.origem());
+    EXPECT_EQ(pastas.conteudo(), (Arquivos{{"XSD/a.xsd", "velho"}, {"fora.xsl", "da aplicação"}}));
+    EXPECT_EQ(pastas.sobras().size(), 4U);
+    EXPECT_THAT(registros(atualizacao), IsEmpty());
+}
+
 TEST_F(Update, RecordsTheCatalogFirstAndTheSchemasByName) {
     for (const char* nome : {"formula.XSL", "Base.xsd", "arquivo.xsl"}) {
         pastas.instalado(std::string("XSD/") + nome, "velho");

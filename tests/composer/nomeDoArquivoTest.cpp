@@ -80,6 +80,29 @@ TEST_F(NomeDoArquivo, IsProposedByKindNumberAndDates) {
     }
 }
 
+TEST_F(NomeDoArquivo, ValuesMakeNoPathOfIt) {
+    struct Valor {
+        std::string versao;
+        std::string cnpj;
+        std::string esperado;
+    };
+    const std::vector<Valor> rows = {
+        {"4.01.00", "../../1", "FD.._.._1_20240628_20240705_090307_Fundo Ágil.xml"},
+        {"4.01.00", "/etc/1", "FD_etc_1_20240628_20240705_090307_Fundo Ágil.xml"},
+        {"4.01.00", "..\\..\\1", "FD.._.._1_20240628_20240705_090307_Fundo Ágil.xml"},
+        {"4.01.00", "1\n2", "FD1_2_20240628_20240705_090307_Fundo Ágil.xml"},
+        {"3.00.00", "/tmp/1", "_tmp_1_20240705_"},
+        {"3.00.00", "../1", ".._1_20240705_"},
+    };
+    for (const Valor& row : rows) {
+        Documento documento;
+        documento.abrir(layoutDaVersao(row.versao));
+        documento.estado.arquivo = "/docs/antes.xml";
+        linha(documento, "p_fundo_header", "cnpj", row.cnpj);
+        EXPECT_EQ(nomeDoArquivo::proposta(documento), row.esperado) << row.cnpj;
+    }
+}
+
 TEST_F(NomeDoArquivo, WithoutAPathBeforeThereMayBeNone) {
     Documento documento;
     documento.abrir(layoutDaVersao("4.01.00"));

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -80,11 +81,17 @@ std::string Program::outSoFar() const {
 
 Outcome Program::wait() {
     int how = 0;
-    while (::waitpid(pid_, &how, 0) < 0 && errno == EINTR) {
+    rusage used{};
+    while (::wait4(pid_, &how, 0, &used) < 0 && errno == EINTR) {
     }
     pid_ = -1;
     Outcome outcome;
     outcome.status = WIFEXITED(how) ? WEXITSTATUS(how) : -1;
+    const auto seconds = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) / 1e6;
+    };
+    outcome.seconds = seconds(used.ru_utime) + seconds(used.ru_stime);
+    outcome.megabytes = static_cast<double>(used.ru_maxrss) / 1024;
     outcome.signal = WIFSIGNALED(how) ? WTERMSIG(how) : 0;
     outcome.out = std::filesystem::exists(folder_ / "out") ? tv::files::readAll(folder_ / "out") : "";
     outcome.err = std::filesystem::exists(folder_ / "err") ? tv::files::readAll(folder_ / "err") : "";

@@ -14,6 +14,8 @@ struct Outcome {
     int signal = 0;  ///< The signal that ended it, or 0.
     std::string out;
     std::string err;
+    double seconds = 0;   ///< Processor time that it took.
+    double megabytes = 0; ///< Its memory at the peak.
 };
 
 /// What surrounds a call.

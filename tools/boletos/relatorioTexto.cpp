@@ -10,12 +10,33 @@ namespace boletos {
 
 namespace {
 
+// Length of the control character that the text begins with, or 0. Those behind U+007F are two bytes long;
+// the ones that turn the direction of writing, and the separators of lines, three.
+std::size_t controleNoInicio(std::string_view texto) {
+    const auto byte = [&](std::size_t i) {
+        return i < texto.size() ? static_cast<unsigned char>(texto[i]) : 0U;
+    };
+    if (byte(0) < 0x20 || byte(0) == 0x7F) {
+        return 1;
+    }
+    if (byte(0) == 0xC2 && byte(1) < 0xA0) {
+        return 2;
+    }
+    const bool separaOuVira = byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE;
+    const bool isola = byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9;
+    return byte(0) == 0xE2 && (separaOuVira || isola) ? 3 : 0;
+}
+
 // A text for one line of a terminal: no line ends and no control characters.
 std::string emUmaLinha(std::string_view texto) {
-    std::string linha = tv::text::sanitizeUtf8(texto);
-    std::replace_if(
-        linha.begin(), linha.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        ' ');
+    const std::string certo = tv::text::sanitizeUtf8(texto);
+    std::string linha;
+    linha.reserve(certo.size());
+    for (std::size_t i = 0; i < certo.size();) {
+        const std::size_t controle = controleNoInicio(std::string_view(certo).substr(i));
+        linha += controle > 0 ? ' ' : certo[i];
+        i += std::max<std::size_t>(controle, 1);
+    }
     return linha;
 }
 

@@ -151,6 +151,9 @@ std::size_t behindTag(std::string_view s, std::size_t at, int& values) {
     return at;
 }
 
+/// Bytes of the shortest attribute, as in ` a=""`.
+constexpr std::size_t shortestAttribute = 5;
+
 /// True when some element has far more attributes than any document of this field.
 bool hasCrowdedTag(std::string_view s) {
     for (std::size_t at = s.find('<'); at < s.size(); at = s.find('<', at)) {
@@ -162,6 +165,9 @@ bool hasCrowdedTag(std::string_view s) {
             at = behind(s, "]]>", at);
         } else if (rest.starts_with("<?")) {
             at = behind(s, "?>", at);
+        } else if (const std::size_t next = std::min(s.find('<', at + 1), s.size());
+                   next - at <= shortestAttribute * maxAttributes) {
+            at = next; // too short for so many, and no value holds a "<"
         } else {
             at = behindTag(s, at, values);
         }

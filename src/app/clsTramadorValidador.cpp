@@ -1,5 +1,6 @@
 #include "app/clsTramadorValidador.h"
 
+#include "app/Aplicacao.h"
 #include "logging/Routine.h"
 #include "platform/Error.h"
 #include "platform/Files.h"
@@ -159,7 +160,7 @@ void clsTramadorValidador::setLogger(std::string_view type, std::string_view lev
         requireWritable(*logger_);
         oLogger = logger_;
     } catch (const std::exception& failure) {
-        logger_ = newLogger(files::toText(files::executableFolder()));
+        logger_ = newLogger(files::toText(aplicacao::pasta()));
         logger_->loggerFactory(clsLogger::typeTXT, library::level::all);
         oLogger = logger_;
         const Routine routine("clsTramadorValidador.setLogger");

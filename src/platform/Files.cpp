@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "platform/Error.h"
+#include "platform/Folders.h"
 #include "platform/text.h"
 
 #include <array>
@@ -8,7 +9,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <fcntl.h>
 #include <memory>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -197,6 +200,26 @@ bool exists(const fs::path& path) noexcept {
     return fs::exists(path, failed);
 }
 
+bool isWritableFolder(const fs::path& folder) noexcept {
+    std::error_code failed;
+    return fs::is_directory(folder, failed) &&
+           ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+void createFolder(const fs::path& folder) {
+    constexpr ::mode_t userAlone = 0700;
+    if (folder.has_relative_path() && !files::exists(folder.parent_path())) {
+        createFolder(folder.parent_path());
+    }
+    std::error_code failed;
+    if (::mkdir(folder.c_str(), userAlone) != 0) {
+        const std::error_code reason = lastError();
+        if (!fs::is_directory(folder, failed)) {
+            fail(reason, folder);
+        }
+    }
+}
+
 std::string readAll(const fs::path& path) {
     std::error_code failed;
     const fs::file_status status = fs::status(path, failed);
@@ -276,6 +299,17 @@ void move(const fs::path& from, const fs::path& to) {
         }
     }
     if (failed) {
+        failWriting(failed, to);
+    }
+}
+
+void moveOver(const fs::path& from, const fs::path& to) {
+    std::error_code failed;
+    fs::rename(from, to, failed);
+    if (failed == std::errc::cross_device_link) {
+        files::replaceWhole(to, files::readAll(from));
+        files::remove(from);
+    } else if (failed) {
         failWriting(failed, to);
     }
 }

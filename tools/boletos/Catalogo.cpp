@@ -1,18 +1,13 @@
 #include "Catalogo.h"
 
+#include "logging/Product.h"
 #include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace boletos {
 
-namespace {
-
-constexpr std::string_view nomeDoCatalogo = "TORVA_TramadorValidador.xml";
-
-} // namespace
-
 Catalogo::Catalogo(const std::filesystem::path& pasta) {
-    const std::string nome = tv::files::toText(tv::files::findNoCase(pasta, nomeDoCatalogo).filename());
+    const std::string nome = tv::files::toText(tv::files::findNoCase(pasta, tv::product::catalog).filename());
     tv::objTramadorValidador = std::make_shared<tv::clsTramadorValidador>();
     try {
         if (!tv::objTramadorValidador->load(tv::files::toText(pasta), nome)) {
@@ -22,7 +17,7 @@ Catalogo::Catalogo(const std::filesystem::path& pasta) {
         const std::string motivo = falha.what();
         tv::objTramadorValidador.reset();
         throw tv::Error(tv::errc::invalidCall, "boletos",
-                        "O catálogo '" + tv::files::toText(pasta / nomeDoCatalogo) +
+                        "O catálogo '" + tv::files::toText(pasta / tv::product::catalog) +
                             "' não pôde ser lido: " + motivo);
     }
 }

@@ -1,6 +1,7 @@
 #include "Saida.h"
 #include "comandos.h"
 
+#include "app/PastaDaAplicacao.h"
 #include "platform/Error.h"
 #include "platform/Files.h"
 
@@ -10,6 +11,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <sstream>
@@ -81,7 +83,8 @@ void traduz(CLI::App& programa) {
 void opcaoPasta(CLI::App& comando, std::filesystem::path& pasta) {
     comando
         .add_option("--pasta", pasta,
-                    "Pasta da aplicação, com o catálogo e a pasta XSD (normalmente a do programa)")
+                    "Pasta da aplicação, com o catálogo e a pasta XSD (normalmente a do programa\n"
+                    "ou, quando ele está instalado no sistema, a do usuário)")
         ->option_text("DIR");
 }
 
@@ -115,7 +118,6 @@ std::string semMarca(std::string texto) {
 }
 
 void opcoesDeValidar(CLI::App& comando, boletos::PedidoValidar& pedido) {
-    opcaoPasta(comando, pedido.pasta);
     comando.add_option("--layout", pedido.layout, "Layout dos arquivos (veja 'boletos layouts')")
         ->option_text("TAG")
         ->required();
@@ -142,7 +144,6 @@ void opcoesDeValidar(CLI::App& comando, boletos::PedidoValidar& pedido) {
 
 void opcoesDePlanilha(CLI::App& comando, boletos::PedidoPlanilha& pedido, const std::string& arquivo,
                       const std::string& nome) {
-    opcaoPasta(comando, pedido.pasta);
     comando.add_option("--layout", pedido.layout, "Layout do documento (veja 'boletos layouts')")
         ->option_text("TAG")
         ->required();
@@ -167,6 +168,29 @@ void opcoesDeImportar(CLI::App& comando, boletos::PedidoPlanilha& pedido) {
         "errado, catálogo, layout ou planilha que não pode ser lida, documento que já existe.\n"
         "Nos layouts de fundos e carteiras, o caminho da planilha diz com a palavra 'fundo' ou\n"
         "'carteira' de que ela é.");
+}
+
+void avisa(const std::string& texto) {
+    static_cast<void>(std::fprintf(stderr, "boletos: %s\n", texto.c_str()));
+}
+
+// The application folder of a call that names none, set up first where it is the user's own. What an update
+// has left alone is told once, by the call that makes the update.
+std::filesystem::path pastaNormal() {
+    try {
+        const auto preparada = tv::pastaDaAplicacao::prepara(tv::pastaDaAplicacao::lugares());
+        if (!preparada.aviso.empty()) {
+            avisa("A pasta da aplicação continua na versão anterior: " + preparada.aviso);
+        }
+        for (const std::string& nome : preparada.oferecidos) {
+            avisa("O arquivo '" + tv::files::toText(preparada.pasta / nome) +
+                  "' foi alterado e fica como está; o novo está ao lado, com .novo no nome.");
+        }
+        return preparada.pasta;
+    } catch (const tv::Error& falha) {
+        throw tv::Error(falha.number(), "boletos",
+                        falha.description() + ". Outra pasta se indica com --pasta.");
+    }
 }
 
 // Ends a call that runs no command: help and version on standard output, wrong usage on standard error.
@@ -194,21 +218,27 @@ struct Comandos {
         , layouts(novoComando(programa, "layouts",
                               "Mostra os layouts do catálogo, separados por tabulação:\n"
                               "tag, versão, nome, tramador e validador")) {
+        for (CLI::App* comando : todos) {
+            opcaoPasta(*comando, pasta);
+        }
         opcoesDeValidar(validar, pedido);
         opcoesDeExportar(exportar, planilha);
         opcoesDeImportar(importar, planilha);
-        opcaoPasta(layouts, pasta);
     }
 
     int executa() {
+        const bool indicada = std::any_of(todos.begin(), todos.end(), [](const CLI::App* comando) {
+            return comando->count("--pasta") > 0;
+        });
+        pasta = indicada ? std::filesystem::path(semMarca(pasta.string())) : pastaNormal();
         if (layouts.parsed()) {
-            return boletos::layouts(semMarca(pasta.string()));
+            return boletos::layouts(pasta);
         }
         if (validar.parsed()) {
             return executaValidar();
         }
         planilha.layout = semMarca(planilha.layout);
-        planilha.pasta = semMarca(planilha.pasta.string());
+        planilha.pasta = pasta;
         planilha.arquivo = semMarca(planilha.arquivo.string());
         return exportar.parsed() ? boletos::exportar(planilha) : boletos::importar(planilha);
     }
@@ -216,9 +246,8 @@ struct Comandos {
 private:
     int executaValidar() {
         pedido.layout = semMarca(pedido.layout);
-        for (std::filesystem::path* nome : {&pedido.pasta, &pedido.saida}) {
-            *nome = semMarca(nome->string());
-        }
+        pedido.pasta = pasta;
+        pedido.saida = semMarca(pedido.saida.string());
         for (std::filesystem::path& arquivo : pedido.arquivos) {
             arquivo = semMarca(arquivo.string());
         }
@@ -229,9 +258,10 @@ private:
     CLI::App& exportar;
     CLI::App& importar;
     CLI::App& layouts;
-    std::filesystem::path pasta = tv::files::executableFolder();
-    boletos::PedidoValidar pedido{.pasta = pasta};
-    boletos::PedidoPlanilha planilha{pasta, {}, {}};
+    std::array<CLI::App*, 4> todos{&validar, &exportar, &importar, &layouts};
+    std::filesystem::path pasta; // as the call names it
+    boletos::PedidoValidar pedido{};
+    boletos::PedidoPlanilha planilha{};
 };
 
 int executa(int argc, char** argv) {

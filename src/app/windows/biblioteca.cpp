@@ -7,6 +7,7 @@
 #include "app/windows/mdiMain.h"
 #include "common/windows/mensagem.h"
 #include "common/windows/textoQt.h"
+#include "logging/Product.h"
 #include "logging/Routine.h"
 #include "platform/Files.h"
 #include "platform/Turns.h"
@@ -23,13 +24,11 @@ namespace tv::biblioteca {
 
 namespace {
 
-constexpr const char* catalogo = "TORVA_TramadorValidador.xml";
-
 void carregaCatalogo() {
     objTramadorValidador.reset(); // before the new one, so that the old log gets its end first
     objTramadorValidador = std::make_shared<clsTramadorValidador>();
     // Without a readable catalog there is no logger either, and buildMenu fails for it.
-    static_cast<void>(objTramadorValidador->load(files::toText(aplicacao::pasta()), catalogo));
+    static_cast<void>(objTramadorValidador->load(files::toText(aplicacao::pasta()), product::catalog));
     oLogger = objTramadorValidador->getLogger();
 }
 
@@ -54,11 +53,15 @@ void carregaTraducao(QTranslator& tradutor) {
 
 } // namespace
 
-int executa() {
+int executa(const std::function<bool()>& antes) {
     QTranslator tradutor;
     carregaTraducao(tradutor);
     proceed([] { QApplication::setWindowIcon(emblema()); });
     QApplication::setQuitOnLastWindowClosed(false); // the main window's end is the program's, no other one's
+    QApplication::setDesktopFileName(QStringLiteral("example.tramador_validador.programa"));
+    if (antes && !antes()) {
+        return EXIT_FAILURE;
+    }
     ligaTurnos();
     int estado = EXIT_SUCCESS;
     {

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <functional>
+
 /// The program's start and end.
 namespace tv::biblioteca {
 
 /// Runs the whole program inside of the QApplication that stands: Portuguese texts, turns for long runs,
 /// start-up window, event loop, and in the end the release of main window and catalog. Gives the process's
-/// exit status.
-int executa();
+/// exit status. What is to be done before the first window, and may ask the user, is `antes`; when it gives
+/// false the program does not start.
+int executa(const std::function<bool()>& antes = {});
 
 /// Gives long runs the event loop for their turns, so that windows draw and take clicks meanwhile.
 void ligaTurnos();

@@ -108,7 +108,7 @@ class CompletionTest(unittest.TestCase):
         """
         with_program = os.path.dirname(BOLETOS) + ":" + os.environ["PATH"]
         done = run("bash", "-c", script, "-", path("boletos.bash"), "boletos", *words, cwd=folder,
-                   env={"PATH": with_program, "HOME": "/nonexistent"})
+                   env=dict(os.environ, PATH=with_program, HOME="/nonexistent"))
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         return [line for line in done.stdout.split("\n") if line]
 

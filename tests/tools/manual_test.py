@@ -28,7 +28,8 @@ BLOCKS = BLOCK.findall(TEXT)
 SPEAKING = [*(f"tools/boletos/{name}.cpp" for name in ("main", "planilhas", "Catalogo", "Saida", "Verificacao", "relatorioXml", "validar")),
             *(f"src/platform/{name}.cpp" for name in ("Workbook", "SchemaCache", "SchemaChecker", "XmlReader", "XmlLibrary",
                                                       "Files", "BiffGlobals", "BiffReader", "CompoundReader")),
-            "src/validation/clsValidador.cpp", "src/composer/RegrasLinha.cpp", "src/common/windows/controleLibGrade.cpp"]
+            "src/validation/clsValidador.cpp", "src/composer/RegrasLinha.cpp", "src/common/windows/controleLibGrade.cpp",
+            "src/app/PastaDaAplicacao.cpp", "src/app/PreparoDaPasta.cpp", "src/app/windows/preparo.cpp"]
 
 
 def files_of(folder):

@@ -4,6 +4,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tv {
 
@@ -13,18 +14,31 @@ std::string fechoDe(const std::string& nome) {
     return text::toLatin1Markup("</" + nome + ">");
 }
 
+/// What stands in a document beside its elements, and what ends it.
+struct Trecho {
+    std::string_view inicio;
+    std::string_view fim;
+};
+constexpr std::array<Trecho, 3> alheios{{{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
+
 /// Where the last start tag of each depth stands, in bytes as our own writer makes them: every element has
-/// both its tags, and neither "<" nor ">" stands in a value.
+/// both its tags, and neither "<" nor ">" stands in a value. Nothing for a document with a DOCTYPE, whose
+/// entities hold what they please.
 std::vector<std::size_t> ultimosInicios(std::string_view bytes) {
     std::vector<std::size_t> inicios;
     std::size_t profundidade = 0;
-    for (std::size_t at = bytes.find('<'); at != std::string_view::npos; at = bytes.find('<', at + 1)) {
+    for (std::size_t at = bytes.find('<'); at < bytes.size(); at = bytes.find('<', at + 1)) {
         const std::string_view resto = bytes.substr(at);
-        if (resto.starts_with("<!--")) {
-            at = std::min(bytes.find("-->", at), bytes.size() - 1);
+        const auto* alheio = std::find_if(alheios.begin(), alheios.end(), [&resto](const Trecho& trecho) {
+            return resto.starts_with(trecho.inicio);
+        });
+        if (alheio != alheios.end()) {
+            at = std::min(bytes.find(alheio->fim, at), bytes.size() - 1);
+        } else if (resto.starts_with("<!")) {
+            return {};
         } else if (resto.starts_with("</")) {
             --profundidade;
-        } else if (!resto.starts_with("<?") && !resto.starts_with("<!")) {
+        } else {
             inicios.resize(std::max(inicios.size(), profundidade + 1));
             inicios[profundidade++] = at;
         }

@@ -267,5 +267,26 @@ TEST_F(StreamXMLTest, AFileThatSomebodyChangedIsReadAgain) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / logName));
 }
 
+struct ForeignLogTest : StreamXMLTest, ::testing::WithParamInterface<const char*> {};
+
+TEST_P(ForeignLogTest, TagsThatAreNoneLeaveTheEntriesInTheirPlaces) {
+    folder.write(logName, std::string("<?xml version='1.0'?>") + GetParam());
+    const auto logger = startLogger(folder, clsLogger::typeXML, level::all);
+    logger->callStack.push("a.a");
+    logger->logINFO("nova");
+    logger->callStack.pop();
+    logger->destroy();
+    const XmlDocument document = load();
+    EXPECT_EQ(document.selectNodes("/LOG/EXEC[last()]/a.a").size(), 2U);
+    EXPECT_EQ(document.selectNodes("/LOG/EXEC[last()]/a.a[@info='nova']").size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, ForeignLogTest,
+                         ::testing::Values("<LOG><?x </EXEC></LOG></a> ?></LOG>",
+                                           "<LOG><![CDATA[</EXEC></LOG></a>]]></LOG>",
+                                           "<LOG><!-- </EXEC></LOG></a> --></LOG>",
+                                           "<!DOCTYPE LOG [<!-- </LOG></LOG> -->]><LOG></LOG>",
+                                           "<LOG><EXEC><a b='>'><![CDATA[<a></b>]]></a></EXEC></LOG>"));
+
 } // namespace
 } // namespace tv

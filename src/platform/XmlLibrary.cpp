@@ -186,6 +186,15 @@ int readPiece(void* rest, char* into, int size) {
     return static_cast<int>(taken);
 }
 
+/// True when the parser has left bytes behind the document: it takes a NUL there for the end of the text, and
+/// half of a character at the very end for nothing.
+bool hasLeftBytes(const xmlParserCtxt& parser, std::string_view unread) {
+    const xmlParserInput* input = parser.input;
+    return !unread.empty() || (input != nullptr && input->cur < input->end) ||
+           (input != nullptr && input->buf != nullptr && input->buf->raw != nullptr &&
+            xmlBufUse(input->buf->raw) > 0);
+}
+
 Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Purpose purpose, bool huge,
               Watch& watch) {
     const Parser parser(xmlNewParserCtxt());
@@ -208,6 +217,10 @@ Doc parseOnce(std::string_view bytes, const char* encoding, const char* url, Pur
     std::string_view rest = bytes;
     Doc doc(xmlCtxtReadIO(parser.get(), readPiece, nullptr, &rest, url, encoding, options));
     const bool complete = parser->wellFormed == 1 && parser->nsWellFormed == 1 && parser->disableSAX == 0;
+    if (complete && hasLeftBytes(*parser, rest)) {
+        watch.reason = "Depois do documento há um caractere nulo ou incompleto.";
+        return nullptr;
+    }
     return complete ? std::move(doc) : nullptr;
 }
 

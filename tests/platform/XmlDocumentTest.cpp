@@ -56,6 +56,8 @@ TEST_F(XmlDocumentFiles, load_in_utf16_too) {
     EXPECT_TRUE(load(big)) << document.parseError();
     EXPECT_EQ(document.documentElement().text(), "ação");
     EXPECT_FALSE(load(little.substr(0, little.size() - 5)));
+    EXPECT_FALSE(load(little + '<')) << "half of a character";
+    EXPECT_FALSE(load(big + std::string(2, '\0')));
 }
 
 TEST_F(XmlDocumentFiles, that_are_none_are_refused_with_a_reason) {
@@ -74,6 +76,9 @@ TEST_F(XmlDocumentFiles, that_are_none_are_refused_with_a_reason) {
                                           "<?xml version='1.0' encoding='none-such'?><a/>",
                                           " <?xml version='1.0'?><a/>",
                                           std::string("<a>\0</a>", 8),
+                                          std::string("<a/>\0", 5),
+                                          std::string("<a/>\n\0<b/>", 10),
+                                          std::string("<!DOCTYPE a><a/>\0lost", 21),
                                           "<p:a/>",
                                           "<a xmlns:p='u' p:x='1' xmlns:q='u' q:x='2'/>",
                                           "<a b='1' b='2'/>",

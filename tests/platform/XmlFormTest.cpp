@@ -54,6 +54,10 @@ TEST(XmlForm, IsItsOwnForm) {
     }
 }
 
+TEST(XmlForm, NothingBehindTheDocumentIsLost) {
+    EXPECT_FALSE(inParsersForm(std::string_view("<a/>\0T>x", 8)));
+}
+
 TEST(XmlForm, NothingOutsideIsRead) {
     EXPECT_EQ(inParsersForm("<!DOCTYPE r [<!ENTITY e SYSTEM 'file:///etc/hostname'>]><r><a>&e;</a></r>"),
               std::nullopt);

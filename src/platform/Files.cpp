@@ -1,9 +1,11 @@
 #include "platform/Files.h"
 
+#include "platform/Descriptor.h"
 #include "platform/Error.h"
 #include "platform/Folders.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -70,36 +72,19 @@ std::error_code lastError() {
     fail(reason, path);
 }
 
-struct Close {
-    void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
-};
-using File = std::unique_ptr<std::FILE, Close>;
-
-File open(const fs::path& path, const char* mode) {
-    errno = 0;
-    return File(std::fopen(path.c_str(), mode));
-}
-
-/// Writes everything and closes the file, since a full disk may show only then.
-void finishWriting(File file, std::string_view bytes, const fs::path& path, bool toDisk) {
-    errno = 0;
-    const bool written =
-        (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size()) &&
-        std::fflush(file.get()) == 0 && (!toDisk || ::fsync(::fileno(file.get())) == 0);
-    if (!written) {
-        failWriting(lastError(), path);
-    }
-    if (std::fclose(file.release()) != 0) {
+/// Closes a file that was written, since a full disk may show only then.
+void finishWriting(Descriptor file, bool written, const fs::path& path) {
+    if (!written || !file.close()) {
         failWriting(lastError(), path);
     }
 }
 
-void writeWith(const char* mode, const fs::path& path, std::string_view bytes) {
-    File file = open(path, mode);
+Descriptor openToWrite(const fs::path& path, int flags) {
+    Descriptor file(path, O_WRONLY | O_CREAT | flags);
     if (!file) {
         failWriting(lastError(), path);
     }
-    finishWriting(std::move(file), bytes, path, false);
+    return file;
 }
 
 /// Takes a file away on the way out unless it was kept.
@@ -125,8 +110,40 @@ private:
 /// Where a file's content really stands, so that replacing it leaves a link a link.
 fs::path behindLinks(const fs::path& path) {
     std::error_code failed;
-    const fs::path target = fs::canonical(path, failed);
+    fs::path target = fs::canonical(path, failed);
+    if (failed && failed != std::errc::no_such_file_or_directory) {
+        failWriting(failed, path);
+    }
     return failed ? path : target;
+}
+
+/// Kind and permissions of a file. Only what is certainly not there counts as not there.
+fs::file_status statusOf(const fs::path& path) {
+    std::error_code failed;
+    const fs::file_status status = fs::status(path, failed);
+    if (status.type() == fs::file_type::none) {
+        fail(failed, path);
+    }
+    return status;
+}
+
+/// The bytes from `place` on that a write of `size` bytes is about to overwrite.
+std::string bytesAt(const Descriptor& file, std::size_t place, std::size_t size, const fs::path& path) {
+    std::string bytes(size, '\0');
+    std::size_t read = 0;
+    while (read < size) {
+        const std::ptrdiff_t got =
+            file.readAt(static_cast<off_t>(place + read), bytes.data() + read, size - read);
+        if (got < 0) {
+            fail(lastError(), path);
+        }
+        if (got == 0) {
+            break;
+        }
+        read += static_cast<std::size_t>(got);
+    }
+    bytes.resize(read);
+    return bytes;
 }
 
 std::vector<std::string_view> steps(std::string_view name) {
@@ -197,7 +214,7 @@ fs::path findNoCase(const fs::path& folder, std::string_view name) {
 
 bool exists(const fs::path& path) noexcept {
     std::error_code failed;
-    return fs::exists(path, failed);
+    return fs::status(path, failed).type() != fs::file_type::not_found;
 }
 
 bool isWritableFolder(const fs::path& folder) noexcept {
@@ -221,50 +238,73 @@ void createFolder(const fs::path& folder) {
 }
 
 std::string readAll(const fs::path& path) {
-    std::error_code failed;
-    const fs::file_status status = fs::status(path, failed);
-    if (status.type() == fs::file_type::not_found) {
+    const fs::file_status status = statusOf(path);
+    if (!fs::exists(status)) {
         fail(std::errc::no_such_file_or_directory, path);
-    }
-    if (status.type() == fs::file_type::none) {
-        fail(failed, path);
     }
     if (!fs::is_regular_file(status)) {
         fail(fs::is_directory(status) ? std::errc::is_a_directory : std::errc::invalid_argument, path);
     }
-    const File file = open(path, "rb");
+    const Descriptor file(path, O_RDONLY);
     if (!file) {
         fail(lastError(), path);
     }
     std::string bytes;
-    const std::uintmax_t expected = fs::file_size(path, failed);
-    if (!failed) {
-        bytes.reserve(static_cast<std::size_t>(expected));
+    bytes.reserve(static_cast<std::size_t>(std::max<std::intmax_t>(file.size(), 0)));
+    std::array<char, 1U << 16U> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
+    std::ptrdiff_t count = 0;
+    while ((count = file.read(block.data(), block.size())) > 0) {
+        bytes.append(block.data(), static_cast<std::size_t>(count));
     }
-    std::array<char, 1U << 16U> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by fread
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
-        bytes.append(block.data(), count);
-    }
-    if (std::ferror(file.get()) != 0) {
-        fail(std::errc::io_error, path);
+    if (count < 0) {
+        fail(lastError(), path);
     }
     return bytes;
 }
 
 void writeAll(const fs::path& path, std::string_view bytes) {
-    writeWith("wb", path, bytes);
+    Descriptor file = openToWrite(path, O_TRUNC);
+    const bool written = file.write(bytes);
+    finishWriting(std::move(file), written, path);
+}
+
+void create(const fs::path& path, std::string_view bytes) {
+    Descriptor file = openToWrite(path, O_EXCL);
+    Scratch fresh(path);
+    const bool written = file.write(bytes);
+    finishWriting(std::move(file), written, path);
+    fresh.keep();
 }
 
 void append(const fs::path& path, std::string_view bytes) {
-    writeWith("ab", path, bytes);
+    Descriptor file = openToWrite(path, O_APPEND);
+    const std::intmax_t before = file.size();
+    const bool written = before >= 0 && file.write(bytes);
+    if (!written && before >= 0) {
+        const int reason = errno;
+        if (file.size() > before) {
+            static_cast<void>(file.resize(before)); // half an entry would spoil the one that comes next
+        }
+        errno = reason;
+    }
+    finishWriting(std::move(file), written, path);
 }
 
 void writeAt(const fs::path& path, std::size_t offset, std::string_view bytes) {
-    File file = open(path, "r+b");
-    if (!file || ::fseeko(file.get(), static_cast<off_t>(offset), SEEK_SET) != 0) {
+    Descriptor file(path, O_RDWR);
+    if (!file) {
         fail(lastError(), path);
     }
-    finishWriting(std::move(file), bytes, path, false);
+    const std::intmax_t size = file.size();
+    const std::string before = bytesAt(file, offset, bytes.size(), path);
+    const bool written = size >= 0 && file.writeAt(static_cast<off_t>(offset), bytes);
+    if (!written && size >= 0) {
+        const int reason = errno;
+        static_cast<void>(file.writeAt(static_cast<off_t>(offset), before));
+        static_cast<void>(file.size() <= size || file.resize(size));
+        errno = reason;
+    }
+    finishWriting(std::move(file), written, path);
 }
 
 void remove(const fs::path& path) {
@@ -314,19 +354,18 @@ void moveOver(const fs::path& from, const fs::path& to) {
     }
 }
 
-void replaceWhole(const fs::path& path, std::string_view bytes) {
+void replaceWhole(const fs::path& path, std::string_view bytes, Flush flush) {
     const fs::path target = behindLinks(path);
-    if (fs::is_directory(target)) {
+    const fs::file_status before = statusOf(target);
+    if (fs::is_directory(before)) {
         fail(std::errc::is_a_directory, path);
     }
     Scratch fresh(createTemporary(target.parent_path(), "new"));
-    File file = open(fresh.path(), "wb");
-    if (!file) {
-        failWriting(lastError(), fresh.path());
-    }
-    finishWriting(std::move(file), bytes, path, true);
+    Descriptor file = openToWrite(fresh.path(), O_TRUNC);
+    const bool written = file.write(bytes) && (flush == Flush::no || file.flush());
+    finishWriting(std::move(file), written, path);
     std::error_code failed;
-    if (const fs::file_status before = fs::status(target, failed); fs::exists(before)) {
+    if (fs::exists(before)) {
         fs::permissions(fresh.path(), before.permissions(), failed); // the new file serves the same people
     }
     fs::rename(fresh.path(), target, failed);
@@ -338,23 +377,20 @@ void replaceWhole(const fs::path& path, std::string_view bytes) {
 
 bool writeThrough(const fs::path& path, const std::vector<std::string_view>& pieces,
                   const std::function<bool()>& goesOn) {
-    File file = open(path, "wb");
-    if (!file) {
-        failWriting(lastError(), path);
-    }
+    Descriptor file = openToWrite(path, O_TRUNC);
     for (const std::string_view piece : pieces) {
         if (!goesOn()) {
             return false;
         }
-        errno = 0;
-        if (!piece.empty() && std::fwrite(piece.data(), 1, piece.size(), file.get()) != piece.size()) {
+        if (!file.write(piece)) {
             failWriting(lastError(), path);
         }
     }
     if (!goesOn()) {
         return false;
     }
-    finishWriting(std::move(file), {}, path, true);
+    const bool written = file.flush();
+    finishWriting(std::move(file), written, path);
     return true;
 }
 
@@ -366,7 +402,7 @@ fs::path createTemporary(const fs::path& folder, std::string_view prefix) {
         std::array<char, 5> number{};
         static_cast<void>(std::snprintf(number.data(), number.size(), "%04X", next++ % names));
         fs::path path = folder / fromPortable(std::string(text::left(prefix, 3)) + number.data() + ".TMP");
-        if (const File file = open(path, "wbx")) {
+        if (const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL); file) {
             return path;
         }
         if (const std::error_code reason = lastError(); reason != std::errc::file_exists) {

@@ -48,7 +48,7 @@ Sheets load(const fs::path& path) {
 void tryToCreate(const fs::path& path) {
     std::error_code ignored;
     if (!fs::is_symlink(path, ignored)) {
-        files::writeAll(path, "");
+        files::create(path, "");
         files::remove(path);
     }
 }

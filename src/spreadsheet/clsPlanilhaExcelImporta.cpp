@@ -6,6 +6,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <new>
 
 /// Workbooks back to a document.
 namespace tv {
@@ -30,6 +31,20 @@ std::string semSinais(std::string_view raiz) {
 
 std::string folha(std::string_view nome) {
     return "[" + std::string(text::trim(nome)) + "$]";
+}
+
+/// False where a file stands already. Making it tells so, and a look before could not: a document must never
+/// be taken for one that is not there.
+bool criaVazio(const std::filesystem::path& documento) {
+    try {
+        files::create(documento, {});
+        return true;
+    } catch (const Error& falha) {
+        if (falha.number() != errc::fileExists) {
+            throw;
+        }
+        return false;
+    }
 }
 
 } // namespace
@@ -102,15 +117,26 @@ void clsPlanilhaExcel::leSecoes(const std::string& raiz) {
     lerPlanilhas(nos, todas ? std::string() : raiz);
 }
 
-/// Whatever fails is passed over, first of all a sheet that the workbook lacks.
+/// Whatever fails is passed over, first of all a sheet that the workbook lacks. Only where memory runs out
+/// the user is told, since the document lacks then what the workbook has.
 void clsPlanilhaExcel::lerPlanilhas(const std::vector<XmlNode>& nos, const std::string& secao) {
     const Routine routine("clsPlanilhaExcel.lerPlanilhas");
+    const auto tenta = [this](const auto& leitura) {
+        try {
+            leitura();
+        } catch (const std::bad_alloc& falha) {
+            relato_.falha = Error(errc::invalidCall, "clsPlanilhaExcel.lerPlanilhas", falha.what());
+            logFailure(falha);
+        } catch (const std::exception&) {
+            return;
+        }
+    };
     if (!secao.empty()) {
-        proceed([&] { lePlanilha(folha(secao)); });
+        tenta([&] { lePlanilha(folha(secao)); });
         return;
     }
     for (const XmlNode& no : nos) {
-        proceed([&] { lePlanilha(folha(no.attributes().at(0).second)); });
+        tenta([&] { lePlanilha(folha(no.attributes().at(0).second)); });
     }
 }
 
@@ -220,10 +246,8 @@ void clsPlanilhaExcel::gravarXML(const std::string& conexaoTexto) const {
         }
         const std::string caminho = text::replaceAll(caminhoXml(parte), origem, "");
         const std::filesystem::path documento(text::trim(caminho));
-        if (files::exists(documento)) {
+        if (!criaVazio(documento)) {
             files::append(documento, text::toLatin1(xmlSaida_).append(fimDeLinha));
-        } else {
-            files::writeAll(documento, {});
         }
         return;
     }

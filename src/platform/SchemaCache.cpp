@@ -108,6 +108,8 @@ private:
             if (fault_.empty()) {
                 fault_ = xerces::toUtf8(failure.getMessage());
             }
+        } catch (const xerces::ReadFailure& failure) {
+            fault_ = failure.reason;
         }
     }
 
@@ -182,7 +184,12 @@ std::shared_ptr<const Schema> SchemaCache::get(const std::filesystem::path& file
     }
     xerces::start();
     std::shared_ptr<Schema> schema(new Schema); // the constructor is private
-    Schema::Impl& impl = *schema->impl_;
+    xerces::memoryGuarded([&] { compile(*schema->impl_, file); });
+    store()[file] = schema;
+    return schema;
+}
+
+void SchemaCache::compile(Schema::Impl& impl, const std::filesystem::path& file) {
     impl.pool = std::make_unique<XMLGrammarPoolImpl>(XMLPlatformUtils::fgMemoryManager);
     {
         SchemaLoader loader(*impl.pool, file);
@@ -193,8 +200,6 @@ std::shared_ptr<const Schema> SchemaCache::get(const std::filesystem::path& file
     }
     impl.pool->lockPool();
     impl.values.attach(*impl.pool);
-    store()[file] = schema;
-    return schema;
 }
 
 void SchemaCache::clear() {

@@ -33,6 +33,9 @@ public:
     static void clear();
 
     static constexpr int schemaNotLoaded = -1072898028;
+
+private:
+    static void compile(Schema::Impl& impl, const std::filesystem::path& file);
 };
 
 } // namespace tv

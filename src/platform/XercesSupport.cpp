@@ -12,8 +12,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
 #include <system_error>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tv::xerces {
@@ -214,25 +216,28 @@ std::string faultMessage(unsigned int number, const XMLCh* domain, const XMLCh* 
 
 namespace {
 
-// Bytes of an open file for the parser.
+// Bytes of an open file for the parser. The file stays its source's: the library forgets its streams when
+// memory runs out.
 class FileStream : public BinInputStream {
 public:
-    explicit FileStream(std::FILE* stream)
+    explicit FileStream(const files::Descriptor& stream) noexcept
         : stream_(stream) {}
-    ~FileStream() override { static_cast<void>(std::fclose(stream_)); }
     FileStream(const FileStream&) = delete;
     FileStream& operator=(const FileStream&) = delete;
 
     XMLFilePos curPos() const override { return position_; }
     XMLSize_t readBytes(XMLByte* const toFill, const XMLSize_t maxToRead) override {
-        const std::size_t got = std::fread(toFill, 1, maxToRead, stream_);
-        position_ += got;
-        return got;
+        const std::ptrdiff_t got = stream_.read(toFill, maxToRead);
+        if (got < 0) {
+            throw ReadFailure{std::generic_category().message(errno) + "."};
+        }
+        position_ += static_cast<XMLFilePos>(got);
+        return static_cast<XMLSize_t>(got);
     }
     const XMLCh* getContentType() const override { return nullptr; }
 
 private:
-    std::FILE* stream_;
+    const files::Descriptor& stream_;
     XMLFilePos position_ = 0;
 };
 
@@ -254,8 +259,11 @@ bool FileSource::open(XmlFault& fault) {
     };
     std::error_code code;
     const auto status = std::filesystem::status(file_, code);
-    if (!std::filesystem::exists(status)) {
+    if (status.type() == std::filesystem::file_type::not_found) {
         return refuse(xmlcode::fileNotFound, "o arquivo não existe.");
+    }
+    if (status.type() == std::filesystem::file_type::none) {
+        return refuse(xmlcode::fileNotReadable, code.message() + ".");
     }
     if (std::filesystem::is_directory(status)) {
         return refuse(xmlcode::fileNotReadable, "é uma pasta.");
@@ -264,9 +272,10 @@ bool FileSource::open(XmlFault& fault) {
         // A pipe would have the parse wait for whoever writes into it.
         return refuse(xmlcode::fileNotReadable, "não é um arquivo comum.");
     }
-    stream_.reset(std::fopen(file_.c_str(), "rb"));
-    if (!stream_) {
+    stream_.emplace(file_, O_RDONLY);
+    if (!*stream_) {
         const int reason = errno;
+        stream_.reset();
         return refuse(xmlcode::fileNotReadable, reason == EACCES
                                                     ? "sem permissão de leitura."
                                                     : std::generic_category().message(reason) + ".");
@@ -275,7 +284,7 @@ bool FileSource::open(XmlFault& fault) {
 }
 
 BinInputStream* FileSource::makeStream() const {
-    return stream_ ? new FileStream(stream_.release()) : nullptr;
+    return stream_ && !std::exchange(isGiven_, true) ? new FileStream(*stream_) : nullptr;
 }
 
 } // namespace tv::xerces

@@ -1,15 +1,17 @@
 #pragma once
 
+#include "platform/Descriptor.h"
 #include "platform/XmlReader.h"
 
 #include <xercesc/framework/XMLErrorReporter.hpp>
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
-#include <cstdio>
 #include <filesystem>
-#include <memory>
+#include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +20,23 @@ namespace tv::xerces {
 
 /// Starts the library once for the life of the process.
 void start();
+
+/// Does a piece of work with the library. What it throws when memory runs out is none of the language's
+/// exceptions, so nobody else would catch it; here it becomes bad_alloc.
+template<typename Work>
+decltype(auto) memoryGuarded(Work work) {
+    try {
+        return work();
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
+    }
+}
+
+/// What reading from a `FileSource` throws where the system cannot read on: the end of the file is another
+/// thing.
+struct ReadFailure {
+    std::string reason;
+};
 
 std::string toUtf8(const XMLCh* text);
 std::string toUtf8(const XMLCh* text, XMLSize_t length);
@@ -30,8 +49,8 @@ std::int32_t faultCode(unsigned int number, const XMLCh* domain, xercesc::XMLErr
 /// The parser's message in Portuguese, or its own text where no translation is known.
 std::string faultMessage(unsigned int number, const XMLCh* domain, const XMLCh* text);
 
-/// A file as the parser's input. The stream is opened here, so that a file that cannot be read is known
-/// before the parse starts.
+/// A file as the parser's input. The file is opened here, so that one that cannot be read is known before the
+/// parse starts, and closed with the object, which must outlive the parse.
 class FileSource : public xercesc::InputSource {
 public:
     explicit FileSource(const std::filesystem::path& file);
@@ -41,11 +60,9 @@ public:
     xercesc::BinInputStream* makeStream() const override;
 
 private:
-    struct Closer {
-        void operator()(std::FILE* stream) const noexcept { static_cast<void>(std::fclose(stream)); }
-    };
     std::filesystem::path file_;
-    mutable std::unique_ptr<std::FILE, Closer> stream_;
+    std::optional<files::Descriptor> stream_;
+    mutable bool isGiven_ = false; ///< The one stream of the file has been made.
 };
 
 } // namespace tv::xerces

@@ -93,6 +93,8 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
             tellFatal(doctype.why, eventEnd);
         } catch (const TooDeep&) {
             tellFatal("Os elementos do arquivo têm níveis demais.", tagStart);
+        } catch (const xerces::ReadFailure& failure) {
+            tellUnread(failure.reason);
         } catch (const XMLException& failure) {
             tellFatal(xerces::toUtf8(failure.getMessage()), here());
         }
@@ -318,6 +320,15 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
         }
     }
 
+    // What was read so far is no document: its end would be told as a fault of the text.
+    void tellUnread(const std::string& reason) {
+        if (!std::exchange(ended, true)) {
+            handler->fatalError({xmlcode::fileNotReadable,
+                                 "Não foi possível ler o arquivo '" + files::toText(file) + "': " + reason,
+                                 {}});
+        }
+    }
+
     // The library decodes far ahead of where it reads: the place of a byte that is no text must be looked up.
     XmlPosition badByte(const XmlPosition& scanned) const {
         const ReaderMgr& readers = *scanner->getReaderMgr();
@@ -408,13 +419,13 @@ struct XmlReader::Impl : XMLDocumentHandler, XMLErrorReporter, SchemaFaults, Xml
 
 XmlReader::XmlReader(std::shared_ptr<const Schema> schema) {
     xerces::start();
-    impl_ = std::make_unique<Impl>(std::move(schema));
+    impl_ = xerces::memoryGuarded([&] { return std::make_unique<Impl>(std::move(schema)); });
 }
 
 XmlReader::~XmlReader() = default;
 
 void XmlReader::parse(const std::filesystem::path& file, XmlHandler& handler) {
-    impl_->parse(file, handler);
+    xerces::memoryGuarded([&] { impl_->parse(file, handler); });
 }
 
 } // namespace tv

@@ -57,15 +57,18 @@ std::string clsLogger::todaysFile() const {
 }
 
 const std::string& clsLogger::getFilename() noexcept {
-    if (!text::trim(filename_).empty() || stream_ == nullptr) {
+    if (stream_ == nullptr || (hasFile_ && !text::trim(filename_).empty())) {
         return filename_;
     }
     proceed([this] {
-        std::string name = todaysFile();
-        if (level_ > library::level::off && !files::exists(name)) {
-            proceed([&] { stream_->openFile(name, appTitle(), appVersion()); });
+        if (text::trim(filename_).empty()) {
+            filename_ = todaysFile();
         }
-        filename_ = std::move(name);
+        if (level_ > library::level::off && !files::exists(filename_)) {
+            proceed([&] { stream_->openFile(filename_, appTitle(), appVersion()); });
+        }
+        // A header that could not be written is tried again before the next entry.
+        hasFile_ = files::exists(filename_);
     });
     return filename_;
 }

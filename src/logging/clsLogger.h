@@ -41,8 +41,12 @@ public:
     void logFATAL(std::string_view description) noexcept { logAt(library::level::fatal, description); }
 
     /// Full name of the log file. It is fixed by the first call, so that a run which passes midnight stays in
-    /// its file; that call writes the header when the file is new and the level is above OFF.
+    /// its file; that call writes the header when the file is new and the level is above OFF, and where that
+    /// fails the next one does.
     const std::string& getFilename() noexcept;
+
+    /// True when `getFilename` found the log file there, or has made it.
+    bool hasFile() const noexcept { return hasFile_; }
 
     std::int16_t getLevel() const noexcept { return level_; }
     void setLevel(std::int16_t level) noexcept { level_ = level; }
@@ -68,6 +72,7 @@ private:
     std::unique_ptr<ILoggerStream> stream_;
     std::string path_;
     std::string filename_;
+    bool hasFile_ = false;
 };
 
 /// The one logger of the program, or empty before the catalog made it. The catalog shares it.

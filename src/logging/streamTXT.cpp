@@ -56,32 +56,30 @@ std::string header(std::string_view title, std::string_view version) {
 
 void streamTXT::startLogging() {
     proceed([this] {
-        const std::string& filename = oLogger_->getFilename();
         if (oLogger_->getLevel() <= library::level::off) {
             return;
         }
-        files::append(filename, "\r\n\r\n"
-                                "/-------------------------------\\\r\n"
-                                "| Início de Execução: " +
-                                    timeNow() +
-                                    "  |\r\n"
-                                    "\\-------------------------------/\r\n");
+        write("\r\n\r\n"
+              "/-------------------------------\\\r\n"
+              "| Início de Execução: " +
+              timeNow() +
+              "  |\r\n"
+              "\\-------------------------------/\r\n");
     });
 }
 
 void streamTXT::finishLogging() {
     proceed([this] {
-        const std::string& filename = oLogger_->getFilename();
         if (oLogger_->getLevel() <= library::level::off) {
             return;
         }
         oLogger_->callStack.popAll();
-        files::append(filename, "/--------------------------------\\\r\n"
-                                "| Término de Execução: " +
-                                    timeNow() +
-                                    "  |\r\n"
-                                    "\\--------------------------------/\r\n"
-                                    "\r\n\r\n");
+        write("/--------------------------------\\\r\n"
+              "| Término de Execução: " +
+              timeNow() +
+              "  |\r\n"
+              "\\--------------------------------/\r\n"
+              "\r\n\r\n");
     });
 }
 
@@ -95,16 +93,14 @@ void streamTXT::logPUSH() {
 
 void streamTXT::logPOP() {
     proceed([this] {
-        const std::string& filename = oLogger_->getFilename();
         if (oLogger_->getLevel() > library::level::off) {
-            files::append(filename, timeNow() + " - END    " + indentedTop() + "\r\n");
+            write(timeNow() + " - END    " + indentedTop() + "\r\n");
         }
     });
 }
 
 void streamTXT::log(std::string_view level, std::string_view description) {
     proceed([&] {
-        const std::string& filename = oLogger_->getFilename();
         const std::string grade = text::upper(level);
         std::string line =
             timeNow() + " - " + grade + blanksUpTo(levelWidth, text::length(grade)) + " " + indentedTop();
@@ -113,14 +109,24 @@ void streamTXT::log(std::string_view level, std::string_view description) {
             line += " -> [" + std::string(description) + "]";
         }
         line += lineEnd;
-        files::append(filename, line);
+        write(line);
     });
+}
+
+/// A file whose header could not be written gets it with its first entry.
+void streamTXT::write(const std::string& text) {
+    const std::string& filename = oLogger_->getFilename();
+    if (oLogger_->hasFile()) {
+        files::append(filename, text);
+    } else {
+        files::create(filename, header(oLogger_->appTitle(), oLogger_->appVersion()) + text);
+    }
 }
 
 void streamTXT::openFile(const std::string& filename, std::string_view title, std::string_view version) {
     proceed([&] {
         if (!files::exists(filename)) {
-            files::append(filename, header(title, version));
+            files::create(filename, header(title, version));
         }
     });
 }

@@ -22,6 +22,7 @@ public:
 
 private:
     std::string indentedTop() const;
+    void write(const std::string& text);
 
     clsLogger* oLogger_ = nullptr;
 };

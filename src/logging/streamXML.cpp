@@ -81,25 +81,28 @@ constexpr std::size_t levelsAbove = 2;
 } // namespace
 
 /// Loads the log file, lets `apply` change it and saves it. A file that does not load stays as it is; a
-/// failure of any step ends the operation.
+/// failure of any step ends the operation. Tells whether the file was changed.
 template<typename Change>
-void streamXML::change(Change&& apply) {
+bool streamXML::change(Change&& apply) {
     branch_.esquece();
     const std::string& filename = oLogger_->getFilename();
     XmlDocument document;
-    if (document.load(filename)) {
-        apply(document);
-        const std::string bytes = document.toLatin1();
-        files::writeAll(filename, bytes);
-        branch_.le(document, bytes, filename);
+    if (!document.load(filename)) {
+        return false;
     }
+    apply(document);
+    const std::string bytes = document.toLatin1();
+    files::replaceWhole(filename, bytes, files::Flush::no);
+    branch_.le(document, bytes, filename);
+    return true;
 }
 
 void streamXML::startLogging() {
     proceed([this] {
         oLogger_->getFilename();
         if (oLogger_->getLevel() > library::level::off) {
-            change([](XmlDocument& document) {
+            lacksRun_ = true; // until it is there
+            lacksRun_ = !change([](XmlDocument& document) {
                 stamp(document.documentElement().appendElement("EXEC"), timeNow());
             });
         }
@@ -153,6 +156,9 @@ void streamXML::logPOP() {
 
 void streamXML::log(std::string_view level, std::string_view description) {
     proceed([&] {
+        if (lacksRun_) {
+            startLogging();
+        }
         const clsStack& stack = oLogger_->callStack;
         const std::string tag = mapearTag(stack.getLastElement());
         requireNoPrefix(tag);
@@ -194,7 +200,7 @@ void streamXML::openFile(const std::string& filename, std::string_view title, st
         content += "' version='";
         content += text::trim(version);
         content += "'>\r\n</LOG>\r\n";
-        files::append(filename, text::toLatin1(content));
+        files::create(filename, text::toLatin1(content));
     });
 }
 

@@ -15,9 +15,10 @@ namespace tv {
 /// element of the routine's name beside the routine's own, with the description in an attribute named after
 /// the level.
 ///
-/// The file is whole after every entry. Each loads, changes and saves it only where the tree's last branch is
-/// not enough: at the first one, and when somebody else has changed the file. So an entry costs the same
-/// however long the day's log is.
+/// The file is whole after every entry, also after one that could not be written. A run whose beginning could
+/// not be written begins with its next entry. Each loads, changes and saves it only where the tree's last
+/// branch is not enough: at the first one, and when somebody else has changed the file. So an entry costs the
+/// same however long the day's log is.
 ///
 /// A routine whose name makes no legal element name is not shown, nor is what runs inside it.
 class streamXML final : public ILoggerStream {
@@ -38,7 +39,7 @@ private:
     /// Names of the elements that stand for the first `depth` names of the call stack.
     std::vector<std::string> tagsOfStack(std::int32_t depth) const;
     template<typename Change>
-    void change(Change&& apply);
+    bool change(Change&& apply);
     void append(const std::vector<std::string>& parents, const std::string& tag, std::string_view level,
                 std::string_view description);
     /// True when no element of the file can be at this path.
@@ -46,6 +47,7 @@ private:
 
     clsLogger* oLogger_ = nullptr;
     RamoFinal branch_;
+    bool lacksRun_ = false; ///< The run's element could not be written.
 };
 
 } // namespace tv

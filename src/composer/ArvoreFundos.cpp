@@ -76,7 +76,7 @@ const NoArvore& ArvoreFundos::add(std::string_view chavePai, std::string_view ch
     return novo;
 }
 
-const NoArvore* ArvoreFundos::find(std::string_view chave) const noexcept {
+const NoArvore* ArvoreFundos::find(std::string_view chave) const {
     const std::shared_ptr<NoArvore>* no = nos_.find(chave);
     return no == nullptr ? nullptr : no->get();
 }

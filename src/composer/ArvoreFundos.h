@@ -41,7 +41,7 @@ public:
     const NoArvore& add(std::string_view chavePai, std::string_view chave, std::string_view texto,
                         std::string_view imagem);
     /// The node under a key, or null.
-    const NoArvore* find(std::string_view chave) const noexcept;
+    const NoArvore* find(std::string_view chave) const;
     /// The fund of that `rowID` among the masters of one grid, or null.
     const NoArvore* fundo(std::string_view chaveGrade, std::int32_t rowID) const noexcept;
     /// Throw Error 5 when there is no such node.

@@ -28,10 +28,10 @@ public:
     /// none, Error 438 on a field.
     virtual const LayoutNode& GetChild(std::string_view name) const = 0;
     /// GetChild without the cost of an exception: null where GetChild throws.
-    virtual const LayoutNode* findChild(std::string_view name) const noexcept = 0;
+    virtual const LayoutNode* findChild(std::string_view name) const = 0;
     /// findChild for a walk in which children mostly come in the layout's order: `place`, 0 at the node's
     /// start, keeps where the walk stands below this node.
-    virtual const LayoutNode* nextChild(std::string_view name, std::size_t& /*place*/) const noexcept {
+    virtual const LayoutNode* nextChild(std::string_view name, std::size_t& /*place*/) const {
         return findChild(name);
     }
 };

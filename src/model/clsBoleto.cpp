@@ -105,7 +105,7 @@ const LayoutNode& clsBoleto::GetChild(std::string_view name) const {
                 "O boleto " + tag_ + " não tem a seção " + std::string(name));
 }
 
-const LayoutNode* clsBoleto::findChild(std::string_view name) const noexcept {
+const LayoutNode* clsBoleto::findChild(std::string_view name) const {
     const std::shared_ptr<const clsSecao>* secao = secoes_.find(name);
     return secao != nullptr ? secao->get() : nullptr;
 }

@@ -58,7 +58,7 @@ public:
     bool hasParent() const override { return false; }
     /// The top-level section under that tag in any case. Throws Error 5 when there is none.
     const LayoutNode& GetChild(std::string_view name) const override;
-    const LayoutNode* findChild(std::string_view name) const noexcept override;
+    const LayoutNode* findChild(std::string_view name) const override;
 
 private:
     std::string versao_;

@@ -130,7 +130,7 @@ const LayoutNode& clsCampo::GetChild(std::string_view /*name*/) const {
     throw Error(errc::memberNotOffered, "clsCampo", "O campo " + tag_ + " não oferece a operação GetChild");
 }
 
-const LayoutNode* clsCampo::findChild(std::string_view /*name*/) const noexcept {
+const LayoutNode* clsCampo::findChild(std::string_view /*name*/) const {
     return nullptr;
 }
 

@@ -58,7 +58,7 @@ public:
     bool hasParent() const override { return true; }
     /// A field has nothing below it: throws Error 438.
     const LayoutNode& GetChild(std::string_view name) const override;
-    const LayoutNode* findChild(std::string_view name) const noexcept override;
+    const LayoutNode* findChild(std::string_view name) const override;
 
 private:
     /// The rule of getValidacao, made out once: values come by the million.

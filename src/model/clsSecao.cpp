@@ -131,12 +131,12 @@ const LayoutNode& clsSecao::GetChild(std::string_view name) const {
                 "A seção " + tag_ + " não tem seção nem campo " + std::string(name));
 }
 
-const LayoutNode* clsSecao::findChild(std::string_view name) const noexcept {
+const LayoutNode* clsSecao::findChild(std::string_view name) const {
     std::size_t place = children_.size();
     return nextChild(name, place);
 }
 
-const LayoutNode* clsSecao::nextChild(std::string_view name, std::size_t& place) const noexcept {
+const LayoutNode* clsSecao::nextChild(std::string_view name, std::size_t& place) const {
     for (std::size_t here = place; here < children_.size() && here <= place + 1; ++here) {
         if (children_[here].first == name) {
             place = here;

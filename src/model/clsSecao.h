@@ -60,9 +60,9 @@ public:
     const LayoutNode& GetChild(std::string_view name) const override;
     /// Runs for every element of a document: one hash lookup without a copy for names as the catalog writes
     /// them.
-    const LayoutNode* findChild(std::string_view name) const noexcept override;
+    const LayoutNode* findChild(std::string_view name) const override;
     /// No hash where the child is that of the last call again, or the one behind it.
-    const LayoutNode* nextChild(std::string_view name, std::size_t& place) const noexcept override;
+    const LayoutNode* nextChild(std::string_view name, std::size_t& place) const override;
 
 private:
     void readSection(XmlNode secao, const std::shared_ptr<const Tabelas>& tabelas, clsSecao& pSecaoPai);

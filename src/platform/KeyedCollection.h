@@ -26,7 +26,7 @@ public:
     /// The item under a key. Throws Error 5 when there is none.
     const T& Item(std::string_view key) const;
     /// The item under a key, or null: the lookup for callers that expect a miss.
-    const T* find(std::string_view key) const noexcept;
+    const T* find(std::string_view key) const;
     /// Takes the item under a key out. Throws Error 5 when there is none.
     void Remove(std::string_view key);
     void clear();
@@ -72,7 +72,7 @@ const T& KeyedCollection<T>::Item(std::string_view key) const {
 }
 
 template<typename T>
-const T* KeyedCollection<T>::find(std::string_view key) const noexcept {
+const T* KeyedCollection<T>::find(std::string_view key) const {
     // Most keys come in lower case already, so the folding copy is made only when it changes something.
     const auto found = text::isFolded(key) ? index_.find(key) : index_.find(text::foldKey(key));
     return found == index_.end() ? nullptr : &items_[found->second];

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdarg>
 #include <cstdio>
+#include <new>
 
 namespace tv::xml {
 
@@ -50,9 +51,16 @@ constexpr std::size_t maxMessageBytes = 64U << 10U;
 thread_local MessageScope::State* running = nullptr;
 thread_local TransformGuard::Made* made = nullptr;
 
-void keep(const std::string& message) {
-    if (running != nullptr && running->messages.size() < maxMessageBytes) {
-        running->messages += message;
+/// Keeps the text that `message` gives. No exception may pass through the library: without memory for it the
+/// text is lost.
+template<typename Message>
+void keep(Message message) noexcept {
+    try {
+        if (running != nullptr && running->messages.size() < maxMessageBytes) {
+            running->messages += message();
+        }
+    } catch (const std::bad_alloc&) {
+        return;
     }
 }
 
@@ -64,11 +72,11 @@ void keep(const std::string& message) {
     va_start(arguments, format);
     static_cast<void>(std::vsnprintf(text.data(), text.size(), format, arguments));
     va_end(arguments);
-    keep(text.data());
+    keep([&text] { return text.data(); });
 }
 
 void onFault(void* /*data*/, xmlErrorPtr fault) {
-    keep(faultText(*fault) + "\n");
+    keep([fault] { return faultText(*fault) + "\n"; });
 }
 
 bool isOwnStylesheet(const xmlChar* uri) {
@@ -89,7 +97,7 @@ xmlDoc* loadForStylesheet(const xmlChar* uri, xmlDict* /*dict*/, int /*options*/
     }
     if (running != nullptr) {
         running->triedToReachOut = true;
-        keep("o acesso a outro arquivo não é permitido: " + std::string(view(uri)) + "\n");
+        keep([uri] { return "o acesso a outro arquivo não é permitido: " + std::string(view(uri)) + "\n"; });
     }
     return nullptr;
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <new>
 
 namespace tv::xml {
 namespace {
@@ -44,18 +45,27 @@ Watch& watchOf(void* data) {
     return *static_cast<Watch*>(parserOf(data)->_private);
 }
 
-void refuse(void* data, const char* why) {
-    Watch& watch = watchOf(data);
-    if (watch.reason.empty()) {
-        watch.reason = why;
+/// Keeps the reason of the first fault. No exception may pass through the library: without memory for the
+/// text the fault has none.
+template<typename Reason>
+void keepReason(Watch& watch, Reason reason) noexcept {
+    try {
+        if (watch.reason.empty()) {
+            watch.reason = reason();
+        }
+    } catch (const std::bad_alloc&) {
+        return;
     }
+}
+
+void refuse(void* data, const char* why) noexcept {
+    keepReason(watchOf(data), [why] { return why; });
     xmlStopParser(parserOf(data));
 }
 
-void onFault(void* data, const xmlError* fault) {
-    Watch& watch = watchOf(data);
-    if (watch.reason.empty() && fault->level >= XML_ERR_ERROR) {
-        watch.reason = faultText(*fault);
+void onFault(void* data, const xmlError* fault) noexcept {
+    if (fault->level >= XML_ERR_ERROR) {
+        keepReason(watchOf(data), [fault] { return faultText(*fault); });
     }
 }
 

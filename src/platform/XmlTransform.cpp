@@ -11,6 +11,7 @@
 #include <libxslt/xsltutils.h>
 
 #include <mutex>
+#include <new>
 #include <unordered_map>
 #include <utility>
 
@@ -48,13 +49,19 @@ private:
 /// The output text; it refuses what goes beyond its bound, which ends the writing.
 struct Output {
     std::string text;
+    bool outOfMemory = false; ///< No exception may pass through the library, so it is thrown behind it.
 
-    static int write(void* data, const char* bytes, int count) {
+    static int write(void* data, const char* bytes, int count) noexcept {
         auto& out = *static_cast<Output*>(data);
         if (out.text.size() + static_cast<std::size_t>(count) > xml::maxOutputBytes) {
             return -1;
         }
-        out.text.append(bytes, static_cast<std::size_t>(count));
+        try {
+            out.text.append(bytes, static_cast<std::size_t>(count));
+        } catch (const std::bad_alloc&) {
+            out.outOfMemory = true;
+            return -1;
+        }
         return count;
     }
 };
@@ -67,8 +74,11 @@ std::string serialise(xmlDoc* result, xsltStylesheet* stylesheet) {
     const BothTags bothTags;
     Output output;
     xmlOutputBuffer* buffer = xmlOutputBufferCreateIO(Output::write, nullptr, &output, nullptr);
-    const int saved = xsltSaveResultTo(buffer, result, stylesheet);
+    const int saved = buffer == nullptr ? -1 : xsltSaveResultTo(buffer, result, stylesheet);
     const int closed = xmlOutputBufferClose(buffer);
+    if (buffer == nullptr || output.outOfMemory) {
+        throw std::bad_alloc();
+    }
     if (saved < 0 || closed < 0) {
         fail("o resultado é grande demais.");
     }

@@ -26,7 +26,7 @@ namespace tv {
 class clsPlanilhaExcel {
 public:
     /// `tela` shows progress and messages and outlives the object; without one nothing is shown.
-    explicit clsPlanilhaExcel(TelaPlanilha* tela = nullptr) noexcept
+    explicit clsPlanilhaExcel(TelaPlanilha* tela = nullptr)
         : tela_(tela) {}
 
     std::string arquivo; ///< Path of the document, for callers; no operation reads it.

@@ -56,7 +56,10 @@ bool clsValidador::isValido(const std::filesystem::path& arquivo,
             avisos_.emplace_back("A leitura do arquivo foi interrompida");
         }
         if (formula) {
-            proceed([&] { segundoEstagio(*formula); });
+            const bool terminou = proceed([&] { segundoEstagio(*formula); });
+            if (!terminou && avisos_.empty()) {
+                avisos_.emplace_back("A segunda etapa foi interrompida");
+            }
         }
     } catch (const std::exception& falha) {
         // The findings of the run before decide then: a caller that must know asks getAvisos.
@@ -199,7 +202,9 @@ void clsValidador::leResultadoFormula(std::string xml, const XmlDocument& docume
         return;
     }
     for (const XmlNode& item : saida.selectNodes("/TORVA/RESULTADO")) {
-        proceed([&] { registraItem(item); });
+        if (!proceed([&] { registraItem(item); })) {
+            avisos_.emplace_back("Um item da folha de fórmulas não pôde ser lido");
+        }
     }
 }
 

@@ -4,8 +4,8 @@
 #include "composer/nomeDoArquivo.h"
 #include "editor/ArquivoEditado.h"
 #include "platform/Workbook.h"
-#include "platform/text.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -59,6 +59,7 @@ int numberOf(const std::string& document) {
 int killOnce(const Saves& saves, const fs::path& folder, int number, std::mt19937& chance) {
     std::array<int, 2> pipe{};
     EXPECT_EQ(::pipe(pipe.data()), 0);
+    const auto begun = std::chrono::steady_clock::now();
     const pid_t child = ::fork();
     if (child == 0) {
         ::close(pipe[0]);
@@ -69,8 +70,10 @@ int killOnce(const Saves& saves, const fs::path& folder, int number, std::mt1993
     char mark = 0;
     const auto finishOne = [&] { finished += ::read(pipe[0], &mark, 1) == 1 ? 1 : 0; };
     finishOne();
-    std::this_thread::sleep_for(
-        std::chrono::microseconds(std::uniform_int_distribution<int>(0, 20'000)(chance)));
+    // Within about the time of two saves, however long one takes here.
+    const auto took = std::chrono::steady_clock::now() - begun;
+    const double share = std::uniform_real_distribution<double>(0, 2)(chance);
+    std::this_thread::sleep_for(share * took);
     ::kill(child, SIGKILL);
     int state = 0;
     EXPECT_EQ(::waitpid(child, &state, 0), child);
@@ -97,6 +100,8 @@ std::size_t sweepTemporaries(const fs::path& folder) {
 }
 
 void killThemAll(const Saves& saves) {
+    ::unsetenv(
+        "TMPDIR"); // NOLINT(concurrency-mt-unsafe): a disk, where a save has to wait, and no thread runs
     const TemporaryFolder folder;
     const int rounds = kills();
     std::mt19937 chance(20240705);

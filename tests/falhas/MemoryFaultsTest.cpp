@@ -23,9 +23,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Every request of the first hundreds, then ever fewer: some operations make a hundred thousand.
-int nextRequest(int which) {
-    return which + 1 + which / 150;
+/// Every one of the first `dense` requests, then ever fewer: some operations make tens of thousands.
+int nextRequest(int which, int dense) {
+    return which + 1 + which / dense;
 }
 
 Ending endingOf(const Operation& operation, const fs::path& folder) {
@@ -37,10 +37,10 @@ Ending endingOf(const Operation& operation, const fs::path& folder) {
 }
 
 template<typename Fault>
-void tryHeap(const Operation& operation) {
+void tryHeap(const Operation& operation, int dense) {
     int tried = 0;
     int told = 0;
-    for (int which = 1;; which = nextRequest(which)) {
+    for (int which = 1;; which = nextRequest(which, dense)) {
         SCOPED_TRACE("request " + std::to_string(which));
         const TemporaryFolder folder;
         operation.prepare(folder.path());
@@ -68,15 +68,15 @@ void tryHeap(const Operation& operation) {
     std::cout << "faults: " << tried << ", told: " << told << '\n';
 }
 
-void tryMemory(const Operation& operation) {
-    tryHeap<HeapFault>(operation);
+void tryMemory(const Operation& operation, int dense = 150) {
+    tryHeap<HeapFault>(operation, dense);
 }
 
 /// Both heaps: the language's and that of the library of documents.
 void tryBothHeaps(const Operation& operation) {
-    tryHeap<HeapFault>(operation);
+    tryHeap<HeapFault>(operation, 150);
     if (!testing::Test::HasFailure()) {
-        tryHeap<LibraryHeapFault>(operation);
+        tryHeap<LibraryHeapFault>(operation, 150);
     }
 }
 
@@ -143,7 +143,8 @@ TEST_F(MemoryFaults, AComposedDocumentIsOpenedAndWrittenWholeOrNotAtAll) {
          },
          [&](const fs::path& folder, Ending ending) {
              return notOneOf(folder / "fundo.xml", {expected, ending == Ending::Done ? expected : older});
-         }});
+         }},
+        30);
 }
 
 TEST_F(MemoryFaults, ADocumentThatCouldNotBeCheckedIsNotTakenForAValidOne) {
@@ -173,7 +174,8 @@ TEST_F(MemoryFaults, ADocumentThatCouldNotBeCheckedIsNotTakenForAValidOne) {
              }
              return validador.getResultado()->size() == 2 ? Ending::Done : Ending::Silent;
          },
-         nothingWrong});
+         nothingWrong},
+        60);
 }
 
 TEST_F(MemoryFaults, AReportIsWholeOrTheOldOne) {

@@ -30,7 +30,7 @@ public:
     const LayoutNode* top() const noexcept { return itens_.empty() ? nullptr : itens_.back().node; }
     /// The node that the next element of the document stands for below the top; null where the layout knows
     /// none, and on an empty stack.
-    const LayoutNode* nextChild(std::string_view name) noexcept {
+    const LayoutNode* nextChild(std::string_view name) {
         return itens_.empty() ? nullptr : itens_.back().node->nextChild(name, itens_.back().place);
     }
 

@@ -214,9 +214,9 @@ TransformGuard::TransformGuard(xsltTransformContext& context, const MessageScope
     context.opLimit = maxInstructions;
     context.xpathCtxt->opLimit = maxXPathSteps;
     context.debugStatus = XSLT_DEBUG_RUN;
-    made = made_.get();
-    watchNodes(onNode, onNodeFreed);
     deadline_ = std::make_unique<Deadline>(context, limit);
+    made = made_.get(); // nothing fails from here on, so that the destructor always takes the watchers away
+    watchNodes(onNode, onNodeFreed);
 }
 
 TransformGuard::~TransformGuard() {

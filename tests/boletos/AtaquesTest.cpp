@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
         Ataque{"MillionAttributes",
                [] {
                    const std::string text = document("1", "A", "1");
-                   return tv::text::replaceAll(text, "<cnpj>", "<cnpj" + attributes(1'000'000) + ">");
+                   return tv::text::replaceAll(text, "<cnpj>", "<cnpj" + attributes(million) + ">");
                },
                2, "atributos demais", 2, "atributos demais", 25, 1800},
         Ataque{"SchemaElsewhere",

@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
         Ataque{"Declarations",
                [] { return doctype("r", declarations("<!ENTITY e{} ''>", 300'000)) + "<r/>"; }, false, 4,
                200},
-        Ataque{"MillionAttributes", [] { return "<r" + attributes(1'000'000) + "/>"; }, false, 4, 200},
+        Ataque{"MillionAttributes", [] { return "<r" + attributes(million) + "/>"; }, false, 4, 200},
         Ataque{"EntityOfAFile",
                [] { return doctype("r", "<!ENTITY e SYSTEM \"file:///etc/passwd\">") + "<r>&e;</r>"; }, false,
                2, 60},

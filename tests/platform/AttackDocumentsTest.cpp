@@ -156,11 +156,11 @@ INSTANTIATE_TEST_SUITE_P(
                "O atributo 'q' não é permitido", "", 12, 1500},
         Attack{"HugeName", [] { return "<r><" + std::string(20'000'000, 'n') + "/></r>"; },
                "não é permitido aqui", "longo demais", 8, 800},
-        Attack{"MillionAttributes", [] { return "<r" + attributes(1'000'000) + "/>"; },
+        Attack{"MillionAttributes", [] { return "<r" + attributes(million) + "/>"; },
                "não é permitido no elemento 'r'", tooManyAttributes, 20, 1200},
-        Attack{"MillionNamespaces", [] { return "<r" + declarations(" xmlns:a{}='u{}'", 1'000'000) + "/>"; },
+        Attack{"MillionNamespaces", [] { return "<r" + declarations(" xmlns:a{}='u{}'", million) + "/>"; },
                "", tooManyAttributes, 8, 800},
-        Attack{"MillionSections", [] { return "<r>" + repeated("<a><![CDATA[x]]></a>", 1'000'000) + "</r>"; },
+        Attack{"MillionSections", [] { return "<r>" + repeated("<a><![CDATA[x]]></a>", million) + "</r>"; },
                "", "", 12, 1200},
         Attack{"AngleBrackets", [] { return std::string(20'000'000, '<'); }, "expected",
                "Falta o nome de um elemento ou atributo.", 2, 200},
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(AttackFixture, TheEditorsFormIsRefusedAtTheSameBounds) {
     const Cost cost;
     for (const std::string& text : {nested("r", 1'000'000), doctype("r", laughs(12)) + "<r>&e12;</r>",
-                                    "<r" + attributes(1'000'000) + "/>",
+                                    "<r" + attributes(million) + "/>",
                                     doctype("r", declarations("<!ENTITY e{} \"\">", 300'000)) + "<r/>"}) {
         EXPECT_FALSE(inParsersForm(text)) << text.substr(0, 40);
     }

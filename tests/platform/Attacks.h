@@ -1,10 +1,19 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 /// Documents that mean harm. Texts of any size are made only when they are asked for.
 namespace tv::test::attack {
+
+/// As many parts as an attack has: a million, a tenth of it under the sanitizers, which make each part
+/// several times as dear.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr std::size_t million = 100'000;
+#else
+inline constexpr std::size_t million = 1'000'000;
+#endif
 
 inline std::string repeated(const std::string& text, std::size_t count) {
     std::string result;

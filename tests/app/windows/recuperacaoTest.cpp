@@ -112,6 +112,7 @@ protected:
     void inicia() const {
         biblioteca::iniciaSistema();
         oLogger->setLevel(library::level::all);
+        static_cast<void>(oLogger->getFilename()); // the header is written when the file is asked for
         mdiMain::instancia().show();
     }
     static fs::path pasta() { return PastaDeGuarda::doPrograma()->pasta(); }
